@@ -1,0 +1,28 @@
+# Compiler settings that every target of ours shares, as one interface target.
+add_library(brindle_options INTERFACE)
+
+target_compile_options(
+  brindle_options
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wshadow
+            -Wconversion
+            -Wsign-conversion
+            -Wdouble-promotion
+            -Wnon-virtual-dtor
+            -Wold-style-cast
+            -Werror
+            # Fused multiply-add rounds differently from a multiply and an add: with contraction
+            # on, the same race would give other lap times on another processor.
+            -ffp-contract=off)
+
+if(BRINDLE_SANITIZE)
+  target_compile_options(brindle_options INTERFACE -fsanitize=${BRINDLE_SANITIZE}
+                                                   -fno-omit-frame-pointer
+                                                   -fno-sanitize-recover=all)
+  target_link_options(brindle_options INTERFACE -fsanitize=${BRINDLE_SANITIZE})
+endif()
+
+# Where the runnable game is put together: the program with art/, music/, sounds/, tracks/ beside it.
+set(BRINDLE_GAME_DIR "${CMAKE_BINARY_DIR}/game")

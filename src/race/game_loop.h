@@ -1,0 +1,102 @@
+#pragma once
+
+// The race screen: real time becomes fixed steps of 10 ms, and both views are drawn from states
+// interpolated between the last two of them.
+
+#include "input/gamepad.h"
+#include "race/race_tick.h"
+#include "race/simulation.h"
+#include "render/sdl_handles.h"
+#include "shell/fonts.h"
+#include "world/track.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+struct Audio;
+
+class GameLoop {
+public:
+    // Stores the arguments; window, renderer, audio and fonts outlive the loop. Opens nothing.
+    GameLoop(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, Fonts const& fonts,
+             bool fast, bool arcade, bool ai, bool ai2, bool menu, bool help_screen, int track,
+             int race_laps);
+    GameLoop(GameLoop const&) = delete;
+    GameLoop& operator=(GameLoop const&) = delete;
+
+    // Sets up and runs frames until the program is to end.
+    void run();
+    // One displayed frame.
+    void frame();
+
+    // Events and keys (race_keys.cpp).
+    void poll_events();
+    void show_toast(char const* text);
+    void draw_toast(char const* text, unsigned now);
+    void draw_osd(TTF_Font* font, char const* text, int x, int y, SDL_Color color);
+
+    // Setting up races (race_setup.cpp).
+    void initial_setup();
+    void go_to_menu();
+    // True if `path` is now the current track; else the old one stands.
+    bool load_into(std::string const& path);
+    void reset_players();
+    void clear_records();
+    void apply_music();
+    char const* pick_race_music();
+    bool rebuild_track_texture();
+    void refresh_track_tex();
+    void apply_viewports();
+
+    SDL_Window* window;
+    SDL_Renderer* renderer;
+    Audio& audio;
+    Fonts const& fonts;
+    Track track;
+    Simulation sim;
+    TextureHandle raster_tex; // the grid, always there after a load
+    int raster_w = 0;
+    int raster_h = 0;
+    TextureHandle image_tex; // the track's picture, may be null
+    int image_w = 0;
+    int image_h = 0;
+    bool show_image = false;
+    SDL_Texture* shown_tex = nullptr; // aliases one of the two
+    int shown_w = 0;
+    int shown_h = 0;
+    std::string track_path;
+    int track_slot = 0; // 1..9, 0 for none: records are only kept for a slot
+    std::array<std::string, 10> track_files;
+    bool arcade;
+    bool ai_red;
+    bool ai_blue;
+    bool ghost_visible = false;
+    bool running = true;
+    bool fade_in_pending = false;
+    bool opt_fast;
+    bool opt_quick;
+    bool opt_menu;
+    bool opt_help_screen;
+    int opt_track;
+    int opt_race_laps;
+    int view_mode = 0; // 0 split, 1 red alone, 2 blue alone
+    bool fullscreen = true;
+    std::uint32_t acc_ms = 0; // real time not yet turned into steps
+    std::uint32_t last_ticks = 0;
+    std::uint32_t fade_in_tick = 0;
+    float music_volume = 0.3F;
+    bool music_enabled = true;
+    bool car_sound_enabled = true;
+    int music_index = -1;
+    bool vsync = true;
+    bool show_fps = false;
+    double fps = 0.0;
+    std::string osd_text;
+    std::uint32_t osd_until = 0;
+    std::string toast_text;
+    std::uint32_t toast_until = 0;
+    double phys_scale;
+    std::array<Gamepad, 2> gamepads;
+    std::array<bool, 512> pressed_keys{};
+};

@@ -1,0 +1,12 @@
+#pragma once
+
+// The bar of numbers on top of each player's view.
+
+#include "race/player.h"
+#include "shell/fonts.h"
+
+// `rect` is the view's viewport; `total_laps` is 0 or less without a limit; the clocks are those
+// of lap_clock and total_clock.
+void render_hud(SDL_Renderer* renderer, SDL_Rect const& rect, PlayerView const& view,
+                CarState const& car, int total_laps, unsigned lap_ms, unsigned total_ms,
+                Fonts const& fonts, bool show_ghost);

@@ -1,0 +1,38 @@
+#pragma once
+
+// The audio celebration when the first car of a race finishes: chime, crowd, fanfare on a small
+// timeline. It has no picture of its own and never holds the race up.
+
+#include <SDL.h>
+
+#include <cstdint>
+
+struct Audio;
+
+// All times are SDL_GetTicks milliseconds.
+struct FinishSeq {
+    bool active = false;
+    std::uint32_t started_at = 0;
+    bool chime_played = false;
+    bool crowd_played = false;
+    bool fanfare_played = false;
+    std::uint32_t game_over_at = 0; // 0 for not yet
+    std::uint32_t game_over_fade_ms = 0;
+};
+
+// Loads the three sounds into their slots.
+void finish_seq_load(Audio& audio);
+// Starts the timeline at `now`; the first update sounds the chime.
+void finish_seq_start(FinishSeq& seq, unsigned now);
+// Once a frame, active or not.
+void finish_seq_update(FinishSeq& seq, Audio& audio, unsigned now);
+// Game over has come: the fanfare fades over `fade_ms`, or never starts. Only the first call
+// counts.
+void finish_seq_game_over(FinishSeq& seq, unsigned now, unsigned fade_ms);
+// Silences the three slots at once.
+void finish_seq_stop(FinishSeq& seq, Audio& audio);
+// Seconds over which the race music fades once the sequence has started.
+float finish_seq_music_fade_s();
+
+// Plays the timeline alone on a black screen. 0 on a quit event, else 1.
+int run_finish_sequence(SDL_Window* window, SDL_Renderer* renderer, Audio& audio);

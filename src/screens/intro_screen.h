@@ -1,0 +1,13 @@
+#pragma once
+
+// The title picture with the menu's music under it.
+
+#include "shell/fonts.h"
+
+#include <SDL.h>
+
+struct Audio;
+
+// True to go on to the menu, with the music still playing; false to quit.
+bool run_intro_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, Fonts const& fonts,
+                      bool& fullscreen);

@@ -1,0 +1,18 @@
+#pragma once
+
+// The menu: a modal loop that ends when the players launch a track or leave.
+
+#include <SDL.h>
+
+#include <string>
+
+struct Audio;
+
+// True if a track was launched; the screen is black then. `load_music` makes the menu start its
+// own music, `open_help` opens it on the help screen. `mode_out` receives 0 for practice and 1
+// for a race, `laps_out` 3, 5 or 10, `track_out` the slot 1..9 or 0. Every out-pointer may be
+// null; none is read.
+bool run_menu_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, bool& fullscreen,
+                     bool load_music, int* mode_out, int* laps_out, int* track_out,
+                     bool* started_out, std::string* red_name_out, std::string* blue_name_out,
+                     bool open_help);

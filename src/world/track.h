@@ -1,0 +1,57 @@
+#pragma once
+
+// A track: a grid of one-byte cells that says where a car may drive, and two fields derived from
+// it. Everything that the simulation knows of the world is here; the track's picture is only a
+// backdrop.
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+struct Track {
+    std::int32_t width = 0;                   // columns, at least 1 in a complete track
+    std::int32_t height = 0;                  // rows, at least 1 in a complete track
+    std::vector<std::uint8_t> cells;          // row by row: (x, y) at y * width + x
+    std::vector<std::uint8_t> grass_distance; // 0 on road, else 1..5 to the nearest road cell
+    std::vector<std::int32_t> start_distance; // steps from the start cell, -1 where none lead
+    std::int32_t start_distance_max = 0;      // largest step count of the flood
+    std::int32_t start_x = 0;
+    std::int32_t start_y = 0;
+    double start_angle = 0.0; // heading of the cars at the start, radians
+    std::int32_t goal_x1 = 0; // the goal line's end cells; the line joins their centres
+    std::int32_t goal_y1 = 0;
+    std::int32_t goal_x2 = 0;
+    std::int32_t goal_y2 = 0;
+
+    [[nodiscard]] bool contains(int column, int row) const {
+        return column >= 0 && row >= 0 && column < width && row < height;
+    }
+    [[nodiscard]] std::size_t index(int column, int row) const {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(width) +
+               static_cast<std::size_t>(column);
+    }
+
+    // Fills grass_distance from width, height and cells.
+    void compute_grass_distance();
+    // Fills start_distance and start_distance_max; needs grass_distance and the start cell.
+    void compute_start_distance();
+};
+
+// Length in pixels of a cell's edge in the track's drawing; set at every track load, at least 1.
+extern std::int32_t PIXELS_PER_CELL;
+
+inline bool cell_is_road(std::uint8_t cell) {
+    return cell == '.' || cell == '*' || cell == '!';
+}
+
+// Road is passable, and kerb up to 4 cells from the road; all else is wall, also beyond the grid.
+inline bool cell_is_passable(Track const& track, int column, int row) {
+    if (!track.contains(column, row)) return false;
+    std::size_t const at = track.index(column, row);
+    std::uint8_t const cell = track.cells[at];
+    if (cell_is_road(cell)) return true;
+    return (cell == 'r' || cell == 'w') && track.grass_distance[at] <= 4;
+}
+
+// The built-in stadium course, complete: what is raced when no track file loads.
+Track make_default_track();
