@@ -1,0 +1,138 @@
+#include "render/image.h"
+
+#include <SDL_image.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// Holds a surface's pixels in reach for as long as the object lives.
+class PixelLock {
+public:
+    explicit PixelLock(SDL_Surface* surface)
+        : surface_(SDL_LockSurface(surface) == 0 ? surface : nullptr) {}
+    ~PixelLock() {
+        if (surface_ != nullptr) SDL_UnlockSurface(surface_);
+    }
+    PixelLock(PixelLock const&) = delete;
+    PixelLock& operator=(PixelLock const&) = delete;
+
+    explicit operator bool() const { return surface_ != nullptr; }
+
+private:
+    SDL_Surface* surface_;
+};
+
+// The source pixels under one output pixel, along one axis.
+struct Span {
+    double start;
+    double end;
+    int first; // whole pixels that the span touches: [first, last)
+    int last;
+};
+
+Span span_of(int position, double step, int source_size) {
+    double const start = position * step;
+    double const end = start + step;
+    return {start, end, static_cast<int>(std::floor(start)),
+            std::min(source_size, static_cast<int>(std::ceil(end)))};
+}
+
+// Length of `span` that lies within the source pixel at `position`.
+double overlap(Span const& span, int position) {
+    return std::min(span.end, position + 1.0) - std::max(span.start, static_cast<double>(position));
+}
+
+SDL_Color unpack(std::uint32_t pixel, SDL_PixelFormat const* format) {
+    SDL_Color color{};
+    if (format->format == PIXEL_FORMAT) {
+        color.r = static_cast<std::uint8_t>(pixel);
+        color.g = static_cast<std::uint8_t>(pixel >> 8U);
+        color.b = static_cast<std::uint8_t>(pixel >> 16U);
+        color.a = static_cast<std::uint8_t>(pixel >> 24U);
+    } else {
+        SDL_GetRGBA(pixel, format, &color.r, &color.g, &color.b, &color.a);
+    }
+    return color;
+}
+
+struct Sums {
+    double area = 0.0;
+    double alpha = 0.0; // the colours below are weighted by alpha, too
+    double red = 0.0;
+    double green = 0.0;
+    double blue = 0.0;
+
+    void add(SDL_Color color, double weight) {
+        double const alpha_weight = color.a * weight;
+        area += weight;
+        alpha += alpha_weight;
+        red += color.r * alpha_weight;
+        green += color.g * alpha_weight;
+        blue += color.b * alpha_weight;
+    }
+};
+
+std::uint8_t to_byte(double value) {
+    return static_cast<std::uint8_t>(std::clamp(value, 0.0, 255.0));
+}
+
+SDL_Color average(Sums const& sums) {
+    if (sums.alpha <= 0.0) return {0, 0, 0, 0};
+    return {to_byte(sums.red / sums.alpha), to_byte(sums.green / sums.alpha),
+            to_byte(sums.blue / sums.alpha), to_byte(sums.alpha / sums.area)};
+}
+
+std::uint32_t* pixel_row(SDL_Surface* surface, int y) {
+    auto* bytes = static_cast<std::uint8_t*>(surface->pixels);
+    return reinterpret_cast<std::uint32_t*>(bytes + std::ptrdiff_t{y} * surface->pitch);
+}
+
+Sums sum_of(SDL_Surface* source, Span const& columns, Span const& rows) {
+    Sums sums;
+    for (int y = rows.first; y < rows.last; ++y) {
+        double const overlap_y = overlap(rows, y);
+        if (overlap_y <= 0.0) continue;
+        std::uint32_t const* row = pixel_row(source, y);
+        for (int x = columns.first; x < columns.last; ++x) {
+            double const overlap_x = overlap(columns, x);
+            if (overlap_x <= 0.0) continue;
+            sums.add(unpack(row[x], source->format), overlap_x * overlap_y);
+        }
+    }
+    return sums;
+}
+
+} // namespace
+
+SurfaceHandle to_pixel_format(SDL_Surface* surface) {
+    if (surface == nullptr) return {};
+    return SurfaceHandle(SDL_ConvertSurfaceFormat(surface, PIXEL_FORMAT, 0));
+}
+
+SurfaceHandle load_picture(char const* path) {
+    SurfaceHandle const loaded(IMG_Load(path));
+    return to_pixel_format(loaded.get());
+}
+
+SDL_Surface* downscale_box(SDL_Surface* source, int w, int h) {
+    if (source == nullptr) return nullptr;
+    SurfaceHandle out(SDL_CreateRGBSurfaceWithFormat(0, w, h, 32, PIXEL_FORMAT));
+    if (!out) return nullptr;
+    PixelLock const source_lock(source);
+    PixelLock const out_lock(out.get());
+    if (!source_lock || !out_lock) return nullptr;
+
+    double const step_x = static_cast<double>(source->w) / w;
+    double const step_y = static_cast<double>(source->h) / h;
+    for (int j = 0; j < h; ++j) {
+        Span const rows = span_of(j, step_y, source->h);
+        std::uint32_t* out_row = pixel_row(out.get(), j);
+        for (int i = 0; i < w; ++i) {
+            SDL_Color const color = average(sum_of(source, span_of(i, step_x, source->w), rows));
+            out_row[i] = SDL_MapRGBA(out->format, color.r, color.g, color.b, color.a);
+        }
+    }
+    return out.release();
+}
