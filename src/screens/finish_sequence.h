@@ -31,8 +31,9 @@ void finish_seq_update(FinishSeq& seq, Audio& audio, unsigned now);
 void finish_seq_game_over(FinishSeq& seq, unsigned now, unsigned fade_ms);
 // Silences the three slots at once.
 void finish_seq_stop(FinishSeq& seq, Audio& audio);
-// Seconds over which the race music fades once the sequence has started.
+// Seconds over which the race music fades once the sequence has started; the caller starts it.
 float finish_seq_music_fade_s();
 
-// Plays the timeline alone on a black screen. 0 on a quit event, else 1.
-int run_finish_sequence(SDL_Window* window, SDL_Renderer* renderer, Audio& audio);
+// Plays the timeline alone on a black screen, until the fanfare has rung out or Escape is pressed.
+// False on a quit event, else true.
+bool run_finish_sequence(SDL_Window* window, SDL_Renderer* renderer, Audio& audio);

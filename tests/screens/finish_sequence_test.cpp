@@ -1,0 +1,166 @@
+#include "audio/audio.h"
+#include "screens/finish_sequence.h"
+#include "support/canvas.h"
+#include "support/files.h"
+#include "support/sound.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+constexpr std::size_t CHIME = 2;
+constexpr std::size_t CROWD = 3;
+constexpr std::size_t FANFARE = 4;
+
+// A running sequence, updated at whatever moments the test names; ms after its start.
+struct Timeline {
+    static constexpr unsigned START = 0xFFFFFF00; // the tick counter wraps in the first second
+    Audio audio;
+    FinishSeq seq;
+
+    Timeline() { finish_seq_start(seq, START); }
+    void update(unsigned ms) { finish_seq_update(seq, audio, START + ms); }
+    void game_over(unsigned ms) { finish_seq_game_over(seq, START + ms, 400); }
+    [[nodiscard]] unsigned plays(std::size_t slot) const {
+        return audio.sfx_requests[slot].count();
+    }
+    [[nodiscard]] float volume(std::size_t slot) const { return audio.sfx_volume[slot]; }
+};
+
+TEST(FinishSequence, plays_chime_crowd_and_fanfare_once_each_at_their_times) {
+    Timeline run;
+    EXPECT_EQ(run.plays(CHIME), 0U) << "starting alone makes no sound";
+    run.update(16);
+    EXPECT_EQ(run.plays(CHIME), 1U);
+    EXPECT_FLOAT_EQ(run.volume(CHIME), 0.6F);
+    run.update(499);
+    EXPECT_EQ(run.plays(CROWD), 0U);
+    run.update(500);
+    EXPECT_EQ(run.plays(CROWD), 1U);
+    EXPECT_FLOAT_EQ(run.volume(CROWD), 0.8F);
+    run.update(6999);
+    EXPECT_EQ(run.plays(FANFARE), 0U);
+    run.update(7000);
+    EXPECT_FLOAT_EQ(run.volume(FANFARE), 1.0F);
+    run.update(60000);
+    for (std::size_t const slot : {CHIME, CROWD, FANFARE}) EXPECT_EQ(run.plays(slot), 1U) << slot;
+    EXPECT_TRUE(run.seq.active) << "only finish_seq_stop ends it";
+}
+
+TEST(FinishSequence, fades_the_crowd_in_a_straight_line_from_six_to_eight_seconds) {
+    Timeline run;
+    run.update(500);
+    for (auto const& [ms, volume] : {std::pair{6000U, 0.8F},
+                                     {6500U, 0.6F},
+                                     {7000U, 0.4F},
+                                     {7900U, 0.04F},
+                                     {8000U, 0.0F},
+                                     {20000U, 0.0F}}) {
+        run.update(ms);
+        EXPECT_NEAR(run.volume(CROWD), volume, 1e-6F) << ms;
+    }
+}
+
+TEST(FinishSequence, game_over_fades_a_playing_fanfare_in_400_ms) {
+    Timeline run;
+    run.update(7000);
+    run.game_over(9000);
+    run.game_over(9300); // too late to change anything
+    run.update(9100);
+    EXPECT_FLOAT_EQ(run.volume(FANFARE), 0.75F);
+    run.update(9400);
+    EXPECT_EQ(run.volume(FANFARE), 0.0F);
+    run.update(9900);
+    EXPECT_EQ(run.volume(FANFARE), 0.0F);
+    EXPECT_EQ(run.plays(FANFARE), 1U);
+}
+
+TEST(FinishSequence, early_game_over_keeps_chime_and_crowd_but_never_lets_the_fanfare_start) {
+    Timeline run;
+    run.game_over(100);
+    run.update(120);
+    EXPECT_EQ(run.plays(CHIME), 1U);
+    EXPECT_EQ(run.plays(CROWD), 0U);
+    run.update(510);
+    EXPECT_EQ(run.plays(CROWD), 1U);
+    run.update(7500);
+    EXPECT_EQ(run.plays(FANFARE), 0U);
+    EXPECT_NEAR(run.volume(CROWD), 0.2F, 1e-6F);
+}
+
+TEST(FinishSequence, game_over_needs_a_running_sequence_and_a_tick_that_is_not_zero) {
+    Audio audio;
+    FinishSeq seq;
+    finish_seq_game_over(seq, 5, 400);
+    EXPECT_EQ(seq.game_over_at, 0U);
+    finish_seq_start(seq, 0);
+    finish_seq_game_over(seq, 0, 0);
+    EXPECT_EQ(seq.game_over_at, 1U);
+    audio.sfx_volume[FANFARE] = 1.0F;
+    finish_seq_update(seq, audio, 1);
+    EXPECT_EQ(audio.sfx_volume[FANFARE], 0.0F) << "a fade of no length is over at once";
+}
+
+TEST(FinishSequence, stop_silences_at_once_and_a_new_start_begins_afresh) {
+    Timeline run;
+    run.update(7000);
+    finish_seq_stop(run.seq, run.audio);
+    run.update(7010);
+    for (std::size_t const slot : {CHIME, CROWD, FANFARE})
+        EXPECT_EQ(run.volume(slot), 0.0F) << slot;
+    finish_seq_start(run.seq, Timeline::START + 9000);
+    run.update(9010);
+    EXPECT_EQ(run.plays(CHIME), 2U);
+    EXPECT_EQ(run.plays(CROWD), 1U);
+}
+
+class FinishScreen : public testing::Test {
+protected:
+    void SetUp() override {
+        SDL_InitSubSystem(SDL_INIT_VIDEO);
+        SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    }
+    void TearDown() override { SDL_QuitSubSystem(SDL_INIT_VIDEO); }
+    bool run() { return run_finish_sequence(nullptr, canvas_.renderer(), audio_); }
+
+    TempDir folder_;
+    WorkingDir inside_{folder_.path()};
+    Canvas canvas_{64, 36};
+    Audio audio_;
+};
+
+void push_key(SDL_Scancode key) {
+    SDL_Event event{};
+    event.type = SDL_KEYDOWN;
+    event.key.keysym.scancode = key;
+    SDL_PushEvent(&event);
+}
+
+TEST_F(FinishScreen, is_left_by_escape_or_a_quit) {
+    push_key(SDL_SCANCODE_SPACE);
+    push_key(SDL_SCANCODE_ESCAPE);
+    EXPECT_TRUE(run());
+    SDL_Event quit{};
+    quit.type = SDL_QUIT;
+    SDL_PushEvent(&quit);
+    EXPECT_FALSE(run());
+}
+
+TEST_F(FinishScreen, lasts_until_the_fanfare_has_rung_out) {
+    std::filesystem::create_directory(folder_.path() / "sounds");
+    write_mp3("sounds/brightfold-exhilarating-electro-153282.mp3", sine(440, 0.5, 8000, 22050),
+              22050);
+    canvas_.clear({200, 0, 0, 255});
+    Uint32 const start = SDL_GetTicks();
+    EXPECT_TRUE(run());
+    Uint32 const shown_ms = SDL_GetTicks() - start;
+    EXPECT_GE(shown_ms, 7799U);
+    EXPECT_LT(shown_ms, 9000U);
+    for (std::size_t const slot : {CHIME, CROWD, FANFARE})
+        EXPECT_EQ(audio_.sfx_requests[slot].count(), 1U) << slot;
+    EXPECT_EQ(canvas_.count({0, 0, 64, 36}, {0, 0, 0, 255}), 64 * 36);
+}
+
+} // namespace
