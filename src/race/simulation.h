@@ -56,5 +56,8 @@ void reset_player(Player& player, Track const& track, int side);
 void place_car_at_start(CarState& car, Track const& track, int side);
 // Moves both cars straight back for a run-up of at most 199.6 cells, as far as the road goes.
 void place_cars_flying_start(CarState& first, CarState& second, Track const& track);
+// Both players to the grid, or behind the line for a flying start, their clocks at this moment.
+void line_up_players(Simulation& sim, Track const& track);
+// The end of a step for one player: frees a car that is stuck under gas, lays the skid trail.
 void post_tick(Player& player, Track const& track, std::uint32_t now);
 void start_countdown(Countdown& countdown, std::uint32_t now);

@@ -31,9 +31,9 @@ struct Track {
                static_cast<std::size_t>(column);
     }
 
-    // Fills grass_distance from width, height and cells.
+    // The derived fields (distance_fields.cpp). The first needs the grid alone, the second also
+    // grass_distance and the start cell; both replace what the fields held.
     void compute_grass_distance();
-    // Fills start_distance and start_distance_max; needs grass_distance and the start cell.
     void compute_start_distance();
 };
 
@@ -44,13 +44,37 @@ inline bool cell_is_road(std::uint8_t cell) {
     return cell == '.' || cell == '*' || cell == '!';
 }
 
+constexpr std::uint8_t GRASS_DISTANCE_MAX = 5; // cells; stands for all that is further away, too
+constexpr std::uint8_t KERB_REACH = 4;         // cells from the road that kerb stays drivable
+
+inline bool cell_is_kerb(std::uint8_t cell) {
+    return cell == 'r' || cell == 'w';
+}
+
 // Road is passable, and kerb up to 4 cells from the road; all else is wall, also beyond the grid.
 inline bool cell_is_passable(Track const& track, int column, int row) {
     if (!track.contains(column, row)) return false;
     std::size_t const at = track.index(column, row);
     std::uint8_t const cell = track.cells[at];
     if (cell_is_road(cell)) return true;
-    return (cell == 'r' || cell == 'w') && track.grass_distance[at] <= 4;
+    return cell_is_kerb(cell) && track.grass_distance[at] <= KERB_REACH;
+}
+
+// A place on the grid; any integers, also beyond it.
+struct Cell {
+    int column = 0;
+    int row = 0;
+};
+
+// The cell of a position, cut towards zero: from -1 up to 0 still counts as column or row 0.
+inline Cell cell_at(double x, double y) {
+    return {static_cast<int>(x), static_cast<int>(y)};
+}
+
+// True if a car may stand at this position.
+inline bool position_is_passable(Track const& track, double x, double y) {
+    Cell const cell = cell_at(x, y);
+    return cell_is_passable(track, cell.column, cell.row);
 }
 
 // The built-in stadium course, complete: what is raced when no track file loads.

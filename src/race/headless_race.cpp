@@ -1,0 +1,93 @@
+#include "race/headless_race.h"
+
+#include "race/race_tick.h"
+#include "world/ai_driver.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr std::uint64_t STEPS_PER_SECOND = 100;
+constexpr std::uint64_t DECISIONS_PER_SECOND = 60;
+constexpr double STUCK_STEP = 0.05; // cells a step: less than this under gas is getting nowhere
+
+// True in the steps that begin a frame of the imagined display.
+bool frame_begins(std::uint64_t step) {
+    return step == 0 || step * DECISIONS_PER_SECOND / STEPS_PER_SECOND !=
+                            (step - 1) * DECISIONS_PER_SECOND / STEPS_PER_SECOND;
+}
+
+void decide(HeadlessRace& race) {
+    Player& red = race.sim.p1;
+    Player& blue = race.sim.p2;
+    if (race.setup.ai_red) red.input = ai_drive(red, blue, race.track);
+    if (race.setup.ai_blue) blue.input = ai_drive(blue, red, race.track);
+    for (Player* player : {&red, &blue}) {
+        if (player->view.finished_ms != 0) player->input = {};
+    }
+}
+
+void note_step(HeadlessLog& log, Player const& player, int laps_before, std::uint32_t hits) {
+    if (player.view.laps_done > laps_before) log.lap_ms.push_back(player.view.lap_overlay_time_ms);
+    double const moved =
+        std::hypot(player.car.x - player.prev_car.x, player.car.y - player.prev_car.y);
+    if (player.input.gas && moved < STUCK_STEP) log.stuck_seconds += 1.0 / STEPS_PER_SECOND;
+    log.wall_hits = static_cast<int>(hits);
+    log.top_speed = std::max(log.top_speed, player.car.speed);
+}
+
+std::uint64_t mix_in(std::uint64_t hash, std::uint64_t bits) {
+    for (int byte = 0; byte < 8; ++byte) {
+        hash = (hash ^ (bits >> (8 * byte) & 0xFFU)) * 1099511628211ULL;
+    }
+    return hash;
+}
+
+} // namespace
+
+void headless_start(HeadlessRace& race, Track track, HeadlessSetup const& setup) {
+    race.track = std::move(track);
+    race.setup = setup;
+    race.sim.track = &race.track;
+    race.sim.flying_start = setup.flying_start;
+    race.sim.practice = true;
+    race.sim.laps = setup.laps;
+    race.sim.p1.id = 1;
+    race.sim.p2.id = 2;
+    line_up_players(race.sim, race.track);
+}
+
+void headless_step(HeadlessRace& race) {
+    if (frame_begins(race.steps)) decide(race);
+    std::array<int, 2> const laps = {race.sim.p1.view.laps_done, race.sim.p2.view.laps_done};
+    race_step(
+        {race.sim, race.track, race.audio, race.track_path, 0, race.setup.arcade, ticks_per_step()},
+        static_cast<std::uint32_t>(race.sim.sim_time_ms));
+    ++race.steps;
+    note_step(race.log[0], race.sim.p1, laps[0], race.audio.car_feed[0].wall_hit_count.count());
+    note_step(race.log[1], race.sim.p2, laps[1], race.audio.car_feed[1].wall_hit_count.count());
+}
+
+void headless_run(HeadlessRace& race, double seconds) {
+    auto const steps = static_cast<std::uint64_t>(std::max(seconds, 0.0) * STEPS_PER_SECOND);
+    for (std::uint64_t step = 0; step < steps; ++step) {
+        if (race.sim.p1.view.finished_ms != 0 && race.sim.p2.view.finished_ms != 0) return;
+        headless_step(race);
+    }
+}
+
+std::uint64_t headless_hash(HeadlessRace const& race, std::uint64_t before) {
+    std::uint64_t hash = before;
+    for (Player const* player : {&race.sim.p1, &race.sim.p2}) {
+        CarState const& car = player->car;
+        for (double const value :
+             {car.x, car.y, car.speed, car.heading, car.travel_dir, car.throttle}) {
+            hash = mix_in(hash, std::bit_cast<std::uint64_t>(value));
+        }
+        hash = mix_in(hash, car.skidding ? 1 : 0);
+    }
+    return hash;
+}

@@ -1,0 +1,155 @@
+#include "world/track_file.h"
+
+#include "world/geometry.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <optional>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// 8192 x 8192: more than any texture holds. A larger grid would only take memory, and a head can
+// ask for it in twenty bytes.
+constexpr std::int64_t MAX_CELLS = std::int64_t{1} << 26;
+
+// Hands out a stream line by line from a buffer of fixed size, so that a line may be of any
+// length.
+class LineReader {
+public:
+    explicit LineReader(std::istream& stream) : stream_(stream), buffer_(std::size_t{1} << 16) {}
+
+    // Writes the next line's first bytes, `limit` at most, to `out` and drops the others. The
+    // number written; nothing if the stream has ended.
+    std::optional<std::size_t> next(std::uint8_t* out, std::size_t limit) {
+        if (at_ == end_ && !refill()) return std::nullopt;
+        std::size_t written = 0;
+        do {
+            char const* from = buffer_.data() + at_;
+            void const* feed = std::memchr(from, '\n', end_ - at_);
+            std::size_t const run =
+                feed != nullptr ? static_cast<std::size_t>(static_cast<char const*>(feed) - from)
+                                : end_ - at_;
+            std::size_t const kept = std::min(run, limit - written);
+            std::memcpy(out + written, from, kept);
+            written += kept;
+            at_ += run;
+            if (feed != nullptr) {
+                ++at_;
+                break;
+            }
+        } while (refill());
+        return written;
+    }
+
+private:
+    bool refill() {
+        stream_.read(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+        at_ = 0;
+        end_ = static_cast<std::size_t>(stream_.gcount());
+        return end_ > 0;
+    }
+
+    std::istream& stream_;
+    std::vector<char> buffer_;
+    std::size_t at_ = 0;
+    std::size_t end_ = 0;
+};
+
+bool read_head(std::istream& file, Track& track) {
+    if (!(file >> track.width >> track.height)) return false;
+    if (track.width < 1 || track.height < 1) return false;
+    if (std::int64_t{track.width} * track.height > MAX_CELLS) return false;
+    file.get();
+    return true;
+}
+
+// The grid grows row by row, as far as the file really goes.
+bool read_rows(std::istream& file, Track& track) {
+    LineReader lines(file);
+    auto const width = static_cast<std::size_t>(track.width);
+    for (int row = 0; row < track.height; ++row) {
+        track.cells.resize(track.cells.size() + width, 'g');
+        std::uint8_t* cells = &track.cells[track.index(0, row)];
+        if (!lines.next(cells, width)) return false;
+        std::replace(cells, cells + width, std::uint8_t{'\r'}, std::uint8_t{'g'});
+    }
+    return true;
+}
+
+// Finds the start cell and the box of the goal line; false if either is missing.
+bool find_markers(Track& track) {
+    auto const star = std::find(track.cells.begin(), track.cells.end(), std::uint8_t{'*'});
+    if (star == track.cells.end()) return false;
+    auto const start = static_cast<int>(star - track.cells.begin());
+    track.start_x = start % track.width;
+    track.start_y = start / track.width;
+    track.goal_x1 = track.goal_y1 = std::numeric_limits<std::int32_t>::max();
+    track.goal_x2 = track.goal_y2 = -1;
+    for (int row = 0; row < track.height; ++row) {
+        for (int column = 0; column < track.width; ++column) {
+            if (track.cells[track.index(column, row)] != '!') continue;
+            track.goal_x1 = std::min(track.goal_x1, column);
+            track.goal_y1 = std::min(track.goal_y1, row);
+            track.goal_x2 = std::max(track.goal_x2, column);
+            track.goal_y2 = std::max(track.goal_y2, row);
+        }
+    }
+    return track.goal_x2 >= 0;
+}
+
+// Square to the goal line, towards the side of the start cell.
+double heading_from_goal(Track const& track) {
+    Vec2 const line{static_cast<double>(track.goal_x2 - track.goal_x1),
+                    static_cast<double>(track.goal_y2 - track.goal_y1)};
+    Vec2 const middle{(track.goal_x1 + track.goal_x2) * 0.5 + 0.5,
+                      (track.goal_y1 + track.goal_y2) * 0.5 + 0.5};
+    Vec2 const start{track.start_x + 0.5, track.start_y + 0.5};
+    double const side = (start.x - middle.x) * -line.y + (start.y - middle.y) * line.x;
+    return side < 0.0 ? std::atan2(-line.x, line.y) : std::atan2(line.x, -line.y);
+}
+
+} // namespace
+
+bool load_track(std::string const& path, Track& track) {
+    std::ifstream file(path, std::ios::binary);
+    Track scratch;
+    if (!file || !read_head(file, scratch) || !read_rows(file, scratch)) return false;
+    if (!find_markers(scratch)) {
+        std::fprintf(stderr, "load_track(%s): missing '*' or '!'\n", path.c_str());
+        return false;
+    }
+    scratch.start_angle = heading_from_goal(scratch);
+    scratch.compute_grass_distance();
+    scratch.compute_start_distance();
+    track = std::move(scratch);
+    return true;
+}
+
+std::array<std::string, 10> discover_tracks() {
+    std::array<std::string, 10> slots;
+    std::error_code error;
+    for (fs::directory_iterator entry("tracks", error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::string const name = entry->path().filename().string();
+        if (name.size() <= 2 || name[0] < '1' || name[0] > '9' || name[1] != '_') continue;
+        std::error_code ignored;
+        if (entry->path().extension() != ".trk" || !entry->is_regular_file(ignored)) continue;
+        std::string& slot = slots[static_cast<std::size_t>(name[0] - '0')];
+        if (slot.empty()) slot = entry->path().string();
+    }
+    return slots;
+}
+
+std::string track_name_from_path(std::string const& path) {
+    std::string const stem = fs::path(path).stem().string();
+    std::size_t const digits = std::min(stem.find_first_not_of("0123456789"), stem.size());
+    bool const numbered = digits > 0 && digits < stem.size() && stem[digits] == '_';
+    return numbered ? stem.substr(digits + 1) : stem;
+}
