@@ -1,0 +1,132 @@
+#include "shell/options.h"
+#include "support/child.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+Options parse(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "./brindle-run");
+    std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
+    for (std::string& argument : arguments) argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    return parse_cmdline(static_cast<int>(arguments.size()), argv.data());
+}
+
+// Parses in a process of its own, which ends with 7 if parsing comes back.
+ChildResult parse_in_child(std::vector<std::string> const& arguments) {
+    return run_child([&] {
+        parse(arguments);
+        std::fflush(nullptr);
+        std::_Exit(7);
+    });
+}
+
+std::string warnings(std::vector<std::string> const& arguments) {
+    return parse_in_child(arguments).err;
+}
+
+TEST(Options, StartWithNothingSet) {
+    Options const o = parse({});
+    EXPECT_FALSE(o.fast || o.arcade || o.ai || o.ai2 || o.menu || o.finish || o.winner ||
+                 o.gamepad_test || o.help_screen || o.test_ghost || o.win);
+    EXPECT_EQ(o.track, 0);
+    EXPECT_EQ(o.race_laps, 0);
+    EXPECT_EQ(o.highscores_name, "");
+    EXPECT_EQ(o.highscores_out, "");
+}
+
+TEST(Options, EachFlagSetsItsOwnFieldOnly) {
+    struct Case {
+        char const* argument;
+        bool Options::*field;
+    };
+    std::vector<Case> const cases = {
+        {"-fast", &Options::fast},
+        {"-arcade", &Options::arcade},
+        {"-ai", &Options::ai},
+        {"-ai2", &Options::ai2},
+        {"-menu", &Options::menu},
+        {"-finish", &Options::finish},
+        {"-winner", &Options::winner},
+        {"-gamepad-test", &Options::gamepad_test},
+        {"-help-screen", &Options::help_screen},
+        {"-test-ghost", &Options::test_ghost},
+        {"-win", &Options::win},
+    };
+    for (Case const& given : cases) {
+        Options const o = parse({given.argument});
+        for (Case const& other : cases) {
+            EXPECT_EQ(o.*other.field, other.argument == given.argument)
+                << given.argument << " and " << other.argument;
+        }
+    }
+}
+
+TEST(Options, ValuesAreTakenAndTheLastOneHolds) {
+    Options const o = parse({"-race=3", "5", "-highscores=Ann", "-o", "-fast", "7", "-race=99",
+                             "-highscores=Bo=b", "-o", "x.pdf"});
+    EXPECT_EQ(o.race_laps, 99);
+    EXPECT_EQ(o.track, 7);
+    EXPECT_EQ(o.highscores_name, "Bo=b");
+    EXPECT_EQ(o.highscores_out, "x.pdf");
+    EXPECT_FALSE(o.fast) << "the value of -o is no option";
+    EXPECT_EQ(parse({"-highscores=Ann", "-highscores="}).highscores_name, "");
+}
+
+TEST(Options, BadLapCountsAreRefusedAndTheOldOneStays) {
+    for (char const* bad : {"-race=0", "-race=100", "-race=5x", "-race=", "-race=-3",
+                            "-race=99999999999999999999", "-race=x"}) {
+        EXPECT_EQ(warnings({bad}), std::string("ignoring -race= (need 1..99 laps): ") + bad + "\n");
+    }
+    EXPECT_EQ(parse({"-race=4", "-race=100"}).race_laps, 4);
+}
+
+TEST(Options, UnknownArgumentsAreReportedAndReadingGoesOn) {
+    for (char const* bad : {"0", "10", "-fastest", "-o", "", "-race", "fast", "-keysx"}) {
+        EXPECT_EQ(warnings({bad}), std::string("ignoring unrecognised argument: ") + bad + "\n");
+    }
+    Options const o = parse({"-nonsense", "-fast"});
+    EXPECT_TRUE(o.fast);
+    EXPECT_EQ(parse_in_child({"-nonsense"}).status, 7);
+    EXPECT_EQ(warnings({"-fast", "9", "-race=1", "-highscores=x", "-o", "y"}), "");
+}
+
+TEST(Options, UsageEndsTheProcessWell) {
+    for (char const* question : {"-h", "-help", "--help"}) {
+        ChildResult const child = parse_in_child({"-nonsense", question, "-more"});
+        EXPECT_EQ(child.status, 0);
+        EXPECT_EQ(child.err, "ignoring unrecognised argument: -nonsense\n");
+        EXPECT_THAT(child.out, StartsWith("Brindle Run - two-player split-screen rally racer\n\n"
+                                          "Usage: ./brindle-run [options] [track-number]\n\n"
+                                          "  1-9            start on that track"));
+        EXPECT_THAT(child.out, EndsWith("\n\nIn the menu, press '?' (or click the ? button) for "
+                                        "the key bindings.\n"));
+        EXPECT_THAT(child.out, HasSubstr("(default <NAME>_highscores.pdf)\n"));
+    }
+}
+
+TEST(Options, FirstQuestionWins) {
+    ChildResult const keys = parse_in_child({"-fast", "-keys", "-h"});
+    EXPECT_EQ(keys.status, 0);
+    EXPECT_THAT(keys.out, StartsWith("Brindle Run — all key bindings\n\n"
+                                     "Usage: ./brindle-run [options] [track-number]\n"
+                                     "       ./brindle-run -keys   (this listing)\n\n"
+                                     "Red player:\n  Z          turn left\n"));
+    EXPECT_THAT(keys.out, HasSubstr("  L          toggle \"launch\" (flying-start) mode\n"));
+    EXPECT_THAT(keys.out, testing::Not(HasSubstr("start on that track")));
+    EXPECT_THAT(parse_in_child({"-h", "-keys"}).out, testing::Not(HasSubstr("Red player")));
+}
+
+} // namespace
