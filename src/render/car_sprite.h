@@ -7,6 +7,9 @@
 
 #include <cstdint>
 
+// Every measure of a car on the screen is its base measure times this, times the zoom.
+constexpr double CAR_MAGNIFIER = 1.2;
+
 // Loads a picture of a car, nose up, and reduces it for the renderer's output. Empty on failure,
 // silently.
 TextureHandle load_car_texture(SDL_Renderer* renderer, char const* path);

@@ -7,23 +7,6 @@
 
 namespace {
 
-// Holds a surface's pixels in reach for as long as the object lives.
-class PixelLock {
-public:
-    explicit PixelLock(SDL_Surface* surface)
-        : surface_(SDL_LockSurface(surface) == 0 ? surface : nullptr) {}
-    ~PixelLock() {
-        if (surface_ != nullptr) SDL_UnlockSurface(surface_);
-    }
-    PixelLock(PixelLock const&) = delete;
-    PixelLock& operator=(PixelLock const&) = delete;
-
-    explicit operator bool() const { return surface_ != nullptr; }
-
-private:
-    SDL_Surface* surface_;
-};
-
 // The source pixels under one output pixel, along one axis.
 struct Span {
     double start;
@@ -82,11 +65,6 @@ SDL_Color average(Sums const& sums) {
     if (sums.alpha <= 0.0) return {0, 0, 0, 0};
     return {to_byte(sums.red / sums.alpha), to_byte(sums.green / sums.alpha),
             to_byte(sums.blue / sums.alpha), to_byte(sums.alpha / sums.area)};
-}
-
-std::uint32_t* pixel_row(SDL_Surface* surface, int y) {
-    auto* bytes = static_cast<std::uint8_t*>(surface->pixels);
-    return reinterpret_cast<std::uint32_t*>(bytes + std::ptrdiff_t{y} * surface->pitch);
 }
 
 Sums sum_of(SDL_Surface* source, Span const& columns, Span const& rows) {

@@ -4,10 +4,34 @@
 
 #include "render/sdl_handles.h"
 
+#include <cstddef>
 #include <cstdint>
 
 // The one format that all our pixel loops work in: red in the lowest byte of a 32-bit value.
 constexpr std::uint32_t PIXEL_FORMAT = SDL_PIXELFORMAT_ABGR8888;
+
+// Holds a surface's pixels in reach for as long as the object lives; false if locking failed.
+class PixelLock {
+public:
+    explicit PixelLock(SDL_Surface* surface)
+        : surface_(SDL_LockSurface(surface) == 0 ? surface : nullptr) {}
+    ~PixelLock() {
+        if (surface_ != nullptr) SDL_UnlockSurface(surface_);
+    }
+    PixelLock(PixelLock const&) = delete;
+    PixelLock& operator=(PixelLock const&) = delete;
+
+    explicit operator bool() const { return surface_ != nullptr; }
+
+private:
+    SDL_Surface* surface_;
+};
+
+// Row `y` of a locked surface of 4 bytes a pixel.
+inline std::uint32_t* pixel_row(SDL_Surface* surface, int y) {
+    auto* bytes = static_cast<std::uint8_t*>(surface->pixels);
+    return reinterpret_cast<std::uint32_t*>(bytes + std::ptrdiff_t{y} * surface->pitch);
+}
 
 // A copy of `surface` in PIXEL_FORMAT; null if it is null or conversion fails.
 SurfaceHandle to_pixel_format(SDL_Surface* surface);

@@ -1,0 +1,199 @@
+#include "render/track_view.h"
+
+#include "render/car_sprite.h"
+#include "render/skid_trail.h"
+#include "render/view_settings.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int WISHED_CELL = 18;           // pixels: what a small track is drawn at
+constexpr int LARGE_TRACK_CELL = 2;       // pixels, for tracks beyond the limit on both sides
+constexpr int LARGE_TRACK = 320;          // cells
+constexpr int USUAL_TEXTURE_LIMIT = 4096; // pixels, for a renderer that does not tell its own
+constexpr int VIEW_HEIGHT = 720;          // logical pixels, of every view
+constexpr std::uint8_t GHOST_ALPHA = 128;
+
+SDL_Color cell_color(std::uint8_t cell) {
+    switch (cell) {
+    case '.':
+    case '*':
+        return {60, 60, 64, 255};
+    case 'g':
+        return {30, 100, 40, 255};
+    case '!':
+        return {240, 240, 240, 255};
+    case 'w':
+        return {230, 230, 230, 255};
+    case 'b':
+        return {170, 170, 210, 255};
+    case 'r':
+        return {200, 40, 40, 255};
+    default:
+        return {255, 0, 255, 255};
+    }
+}
+
+// One run of equal cells is one rectangle: a large grid has millions of cells.
+void fill_cells(SDL_Renderer* renderer, Track const& track) {
+    for (int row = 0; row < track.height; ++row) {
+        for (int column = 0; column < track.width;) {
+            std::uint8_t const cell = track.cells[track.index(column, row)];
+            int end = column + 1;
+            while (end < track.width && track.cells[track.index(end, row)] == cell) ++end;
+            SDL_Color const color = cell_color(cell);
+            SDL_Rect const run = {column * PIXELS_PER_CELL, row * PIXELS_PER_CELL,
+                                  (end - column) * PIXELS_PER_CELL, PIXELS_PER_CELL};
+            SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, color.a);
+            SDL_RenderFillRect(renderer, &run);
+            column = end;
+        }
+        // Keeps the renderer's command list from growing with the grid.
+        SDL_RenderFlush(renderer);
+    }
+}
+
+// Squares are not cut at the cell's edge: the last ones may reach into the next cell.
+void checker_cell(SDL_Renderer* renderer, int column, int row) {
+    int const square = PIXELS_PER_CELL < 6 ? 1 : PIXELS_PER_CELL / 3;
+    for (int dy = 0; dy < PIXELS_PER_CELL; dy += square) {
+        for (int dx = 0; dx < PIXELS_PER_CELL; dx += square) {
+            if ((dx / square) % 2 != (dy / square) % 2) continue;
+            SDL_Rect const dark = {column * PIXELS_PER_CELL + dx, row * PIXELS_PER_CELL + dy,
+                                   square, square};
+            SDL_RenderFillRect(renderer, &dark);
+        }
+    }
+}
+
+void checker_goal_line(SDL_Renderer* renderer, Track const& track) {
+    auto const [left, right] = std::minmax(track.goal_x1, track.goal_x2);
+    auto const [top, bottom] = std::minmax(track.goal_y1, track.goal_y2);
+    SDL_SetRenderDrawColor(renderer, 20, 20, 20, 255);
+    for (int row = std::max(0, top); row <= std::min(bottom, track.height - 1); ++row) {
+        for (int column = std::max(0, left); column <= std::min(right, track.width - 1); ++column) {
+            if (track.cells[track.index(column, row)] == '!') {
+                checker_cell(renderer, column, row);
+            }
+        }
+    }
+}
+
+// How one axis of the track lies in the view: which part of the texture shows where.
+struct AxisPlacement {
+    int destination; // logical pixels
+    int destination_size;
+    int source; // texture pixels
+    int source_size;
+    int left; // the map pixel at the viewport's edge; negative beside a bar
+};
+
+int map_size(int cells) {
+    return std::max(1, static_cast<int>(std::lround(cells * world_scale())));
+}
+
+AxisPlacement place_axis(int view, int view_size, int cells, int texture_size, double camera) {
+    int const map = map_size(cells);
+    if (view_size >= map) {
+        int const start = view + (view_size - map) / 2;
+        return {start, map, 0, texture_size, view - start};
+    }
+    int const wanted = static_cast<int>(camera * world_scale()) - view_size / 2;
+    int const left = std::min(std::max(wanted, 0), map - view_size);
+    double const ratio = static_cast<double>(texture_size) / map;
+    return {view, view_size, static_cast<int>(left * ratio), static_cast<int>(view_size * ratio),
+            left};
+}
+
+void draw_track(SDL_Renderer* renderer, SDL_Texture* texture, SDL_Rect const& viewport,
+                AxisPlacement const& x, AxisPlacement const& y) {
+    SDL_Rect const destination = {x.destination, y.destination, x.destination_size,
+                                  y.destination_size};
+    if (SDL_RectEquals(&destination, &viewport) == SDL_FALSE) {
+        SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
+        SDL_RenderFillRect(renderer, &viewport);
+    }
+    SDL_Rect const source = {x.source, y.source, x.source_size, y.source_size};
+    SDL_RenderCopy(renderer, texture, &source, &destination);
+}
+
+} // namespace
+
+double world_scale() {
+    return PIXELS_PER_CELL * zoom_factor();
+}
+
+int pixels_per_cell_for(Track const& track, SDL_Renderer* renderer) {
+    SDL_RendererInfo info{};
+    bool const known = SDL_GetRendererInfo(renderer, &info) == 0;
+    auto const limit = [known](int value) {
+        return known && value > 0 ? value : USUAL_TEXTURE_LIMIT;
+    };
+    int const across = std::max(1, limit(info.max_texture_width) / std::max(1, track.width));
+    int const down = std::max(1, limit(info.max_texture_height) / std::max(1, track.height));
+    bool const large = track.width > LARGE_TRACK && track.height > LARGE_TRACK;
+    return std::min({large ? LARGE_TRACK_CELL : WISHED_CELL, across, down});
+}
+
+int zoom_min(Track const& track, int view_w) {
+    double const fit =
+        std::min(view_w / (static_cast<double>(track.width) * PIXELS_PER_CELL),
+                 VIEW_HEIGHT / (static_cast<double>(track.height) * PIXELS_PER_CELL));
+    return std::min(0, static_cast<int>(std::floor(4.0 * std::log2(fit))));
+}
+
+TextureHandle render_build_track_texture(SDL_Renderer* renderer, Track const& track, int* out_w,
+                                         int* out_h) {
+    *out_w = track.width * PIXELS_PER_CELL;
+    *out_h = track.height * PIXELS_PER_CELL;
+    TextureHandle texture(SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGBA8888,
+                                            SDL_TEXTUREACCESS_TARGET, *out_w, *out_h));
+    if (!texture || SDL_SetRenderTarget(renderer, texture.get()) != 0) {
+        SDL_Log("CreateTexture %dx%d failed: %s", *out_w, *out_h, SDL_GetError());
+        return {};
+    }
+    fill_cells(renderer, track);
+    checker_goal_line(renderer, track);
+    SDL_SetRenderTarget(renderer, nullptr);
+    SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
+    return texture;
+}
+
+void render_viewport(SDL_Renderer* renderer, SDL_Texture* texture, int tex_w, int tex_h,
+                     Track const& track, PlayerView const& view, CarState const& car,
+                     PlayerView const& other_view, CarState const& other_car,
+                     CarState const* ghost) {
+    SDL_Rect const& viewport = view.viewport;
+    AxisPlacement const x =
+        place_axis(viewport.x, viewport.w, track.width, tex_w, view.cam_ready ? view.cam_x : car.x);
+    AxisPlacement const y = place_axis(viewport.y, viewport.h, track.height, tex_h,
+                                       view.cam_ready ? view.cam_y : car.y);
+    bool const other_shows = other_view.viewport.w > 0;
+
+    draw_track(renderer, texture, viewport, x, y);
+
+    std::uint32_t const now = SDL_GetTicks();
+    SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
+    draw_skids(renderer, view, x.left, y.left, now, viewport);
+    if (other_shows) draw_skids(renderer, other_view, x.left, y.left, now, viewport);
+
+    SDL_RenderSetClipRect(renderer, &viewport);
+    auto const draw = [&](CarState const& who, SDL_Texture* sprite, PlayerView const& look,
+                          std::uint8_t alpha) {
+        auto const screen_x = static_cast<float>(who.x * world_scale() + viewport.x - x.left);
+        auto const screen_y = static_cast<float>(who.y * world_scale() + viewport.y - y.left);
+        draw_car_at(renderer, screen_x, screen_y, who.heading, sprite, look.body_color,
+                    look.accent_color, alpha);
+    };
+    if (other_shows) {
+        draw(other_car, other_view.car_texture.get(), other_view, other_view.car_alpha);
+    }
+    if (ghost != nullptr) {
+        bool const dressed = fancy_ghost && view.ghost_texture;
+        draw(*ghost, (dressed ? view.ghost_texture : view.car_texture).get(), view, GHOST_ALPHA);
+    }
+    draw(car, view.car_texture.get(), view, view.car_alpha);
+    SDL_RenderSetClipRect(renderer, nullptr);
+}
