@@ -1,0 +1,157 @@
+#include "records/best_laps.h"
+
+#include "records/file_handle.h"
+#include "records/replace_file.h"
+
+#include <SDL.h>
+
+#include <array>
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+
+namespace {
+
+constexpr char const* TABLE_FILE = "best_lap_times.txt";
+
+enum class TableRead {
+    missing,    // no such file: a first run
+    unopenable, // there is something, but not for us
+    broken_off, // the disk failed before the end
+    whole,
+};
+
+std::string ask_for_pref_folder() {
+    char* folder = SDL_GetPrefPath("", "BrindleRun");
+    std::string path = folder != nullptr ? folder : "";
+    SDL_free(folder);
+    return path;
+}
+
+bool scan_section(char const* line, std::string& section) {
+    std::array<char, 128> name{};
+    if (std::sscanf(line, " [%127[^]]]", name.data()) != 1) return false;
+    section = name.data();
+    return true;
+}
+
+// Slots are read wide, so that a number beyond int cannot wrap round onto a real slot. A time that
+// is not a number could never be beaten, so such a line makes no sense either.
+void scan_entry(char const* line, std::string const& section, BestLapTable& table) {
+    long slot = 0;
+    double seconds = 0.0;
+    std::array<char, 160> trace{};
+    int const fields = std::sscanf(line, "%ld: %lf %159s", &slot, &seconds, trace.data());
+    if (section.empty() || fields < 2 || std::isnan(seconds)) return;
+    if (slot < std::numeric_limits<int>::min() || slot > std::numeric_limits<int>::max()) return;
+    table[section][static_cast<int>(slot)] = {seconds, fields == 3 ? trace.data() : ""};
+}
+
+TableRead read_table(BestLapTable& table) {
+    table.clear();
+    FileHandle const file(std::fopen(pref_path(TABLE_FILE).c_str(), "r"));
+    if (!file) return errno == ENOENT ? TableRead::missing : TableRead::unopenable;
+
+    std::string section;
+    std::array<char, 256> line{};
+    while (std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr) {
+        if (!scan_section(line.data(), section)) scan_entry(line.data(), section, table);
+    }
+    return std::ferror(file.get()) != 0 ? TableRead::broken_off : TableRead::whole;
+}
+
+std::string entry_line(int slot, BestEntry const& entry) {
+    std::array<char, 400> text{}; // the largest double has 309 digits before the point
+    int const length = std::snprintf(text.data(), text.size(), "%d: %.3f", slot, entry.seconds);
+    std::string line(text.data(), static_cast<std::size_t>(length));
+    if (!entry.trace_file.empty()) line += " " + entry.trace_file;
+    return line + "\n";
+}
+
+std::string table_text(BestLapTable const& table) {
+    std::string text;
+    for (auto const& [name, entries] : table) {
+        if (!text.empty()) text += "\n";
+        text += "[" + name + "]\n";
+        for (auto const& [slot, entry] : entries) text += entry_line(slot, entry);
+    }
+    return text;
+}
+
+void report_unwritable() {
+    std::fputs("could not write best_lap_times.txt\n", stderr);
+}
+
+BestEntry const* find_entry(BestLapTable const& table, std::string const& name, int slot) {
+    auto const section = table.find(name);
+    if (section == table.end()) return nullptr;
+    auto const entry = section->second.find(slot);
+    return entry == section->second.end() ? nullptr : &entry->second;
+}
+
+bool beats_all_others(BestLapTable const& table, std::string const& name, int slot,
+                      double seconds) {
+    for (auto const& [other, entries] : table) {
+        if (other == name) continue;
+        auto const entry = entries.find(slot);
+        if (entry != entries.end() && entry->second.seconds <= seconds) return false;
+    }
+    return true;
+}
+
+} // namespace
+
+std::string pref_path(char const* file) {
+    static std::string const folder = ask_for_pref_folder();
+    return folder + file;
+}
+
+bool load_best_lap_table(BestLapTable& table) {
+    TableRead const read = read_table(table);
+    return read == TableRead::whole || read == TableRead::broken_off;
+}
+
+bool save_best_lap_table(BestLapTable const& table) {
+    if (replace_file(pref_path(TABLE_FILE), {table_text(table)})) return true;
+    report_unwritable();
+    return false;
+}
+
+int record_best_lap(std::string const& name, int slot, double seconds,
+                    std::string const& trace_file) {
+    if (name.empty() || slot < 1) return 0;
+    BestLapTable table;
+    TableRead const read = read_table(table);
+    BestEntry const* own = find_entry(table, name, slot);
+    if (own != nullptr && !(seconds < own->seconds)) return 0;
+
+    int const rank = beats_all_others(table, name, slot, seconds) ? 2 : 1;
+    table[name][slot] = {seconds, trace_file};
+    // What could not be read in full must not be replaced by the part that could.
+    if (read == TableRead::missing || read == TableRead::whole) {
+        save_best_lap_table(table);
+    } else {
+        report_unwritable();
+    }
+    return rank;
+}
+
+std::string best_lap_trace(std::string const& name, int slot) {
+    BestLapTable table;
+    load_best_lap_table(table);
+    BestEntry const* entry = find_entry(table, name, slot);
+    return entry != nullptr ? entry->trace_file : "";
+}
+
+bool load_best_laps(std::map<int, BestLap>& best) {
+    best.clear();
+    BestLapTable table;
+    if (!load_best_lap_table(table)) return false;
+    for (auto const& [name, entries] : table) {
+        for (auto const& [slot, entry] : entries) {
+            auto const [row, added] = best.try_emplace(slot);
+            if (added || row->second.seconds > entry.seconds) row->second = {name, entry.seconds};
+        }
+    }
+    return true;
+}

@@ -1,0 +1,70 @@
+#include "records/replace_file.h"
+
+#include "records/file_handle.h"
+
+#include <chrono>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string resolve_link(std::string const& path) {
+    std::error_code error;
+    if (!fs::is_symlink(path, error)) return path;
+    fs::path const named = fs::canonical(path, error);
+    return error ? path : named.string();
+}
+
+// A plain file that could be written in place, or nothing yet.
+bool may_replace(std::string const& path, fs::file_status const& status) {
+    if (status.type() == fs::file_type::not_found) return true;
+    return fs::is_regular_file(status) && FileHandle(std::fopen(path.c_str(), "r+b")) != nullptr;
+}
+
+// A name that no other running game uses either; opening it exclusively makes sure of it.
+std::string neighbour(std::string const& path) {
+    auto const now = std::chrono::steady_clock::now().time_since_epoch().count();
+    return path + "." + std::to_string(now) + ".new";
+}
+
+bool write_and_close(std::FILE* file, std::initializer_list<std::string_view> pieces) {
+    bool whole = true;
+    for (std::string_view const piece : pieces) {
+        whole = whole && std::fwrite(piece.data(), 1, piece.size(), file) == piece.size();
+    }
+    return std::fclose(file) == 0 && whole; // the last bytes may fail as late as the close
+}
+
+// Changes places with the old file, then removes that. A rename over the old file is as atomic, but
+// some file systems (ext4) write the new one out to the disk on the spot then, 10 ms for a ghost.
+bool put_in_place(std::string const& fresh, std::string const& target) {
+#ifdef RENAME_EXCHANGE
+    if (renameat2(AT_FDCWD, fresh.c_str(), AT_FDCWD, target.c_str(), RENAME_EXCHANGE) == 0) {
+        std::remove(fresh.c_str());
+        return true;
+    }
+#endif
+    return std::rename(fresh.c_str(), target.c_str()) == 0;
+}
+
+} // namespace
+
+bool replace_file(std::string const& path, std::initializer_list<std::string_view> pieces) {
+    std::error_code ignored;
+    std::string const target = resolve_link(path);
+    fs::file_status const status = fs::status(target, ignored);
+    if (!may_replace(target, status)) return false;
+
+    std::string const fresh = neighbour(target);
+    std::FILE* file = std::fopen(fresh.c_str(), "wbx");
+    if (file == nullptr) return false;
+    if (write_and_close(file, pieces)) {
+        if (fs::exists(status)) fs::permissions(fresh, status.permissions(), ignored);
+        if (put_in_place(fresh, target)) return true;
+    }
+    std::remove(fresh.c_str());
+    return false;
+}

@@ -1,0 +1,187 @@
+// What may happen to a save: the program killed in the middle of it, and no room on the disk.
+
+#include "records/best_laps.h"
+#include "records/ghost_trace.h"
+#include "records/replace_file.h"
+#include "support/files.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <random>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int CANNOT_TRY = 77;
+constexpr std::size_t LAP_FRAMES = 20'000;
+
+// The status with which a child ends that runs `work`; a fault of its own in the child is fatal.
+int run_child(std::function<int()> const& work) {
+    pid_t const child = fork();
+    if (child == 0) _exit(work());
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// A lap whose every frame carries `mark`, so that a mixture of two laps shows.
+std::vector<CarState> marked_lap(double mark) {
+    std::vector<CarState> lap(LAP_FRAMES);
+    for (CarState& frame : lap) frame.x = mark;
+    return lap;
+}
+
+BestLapTable marked_table(double mark) {
+    BestLapTable table;
+    for (int player = 0; player < 200; ++player) {
+        for (int slot = 1; slot < 10; ++slot) {
+            table["player " + std::to_string(player)][slot] = {mark, "some.ghost.trace"};
+        }
+    }
+    return table;
+}
+
+// Saves table and ghost over and over, each time with the next mark, until it is killed.
+[[noreturn]] void save_for_ever(std::string const& ghost, int ready) {
+    for (double mark = 1.0;; mark += 1.0) {
+        save_best_lap_table(marked_table(mark));
+        save_ghost_trace(ghost, marked_lap(mark), 10);
+        if (mark == 1.0 && write(ready, "!", 1) != 1) _exit(1);
+    }
+}
+
+void expect_whole_table() {
+    BestLapTable table;
+    ASSERT_TRUE(load_best_lap_table(table));
+    ASSERT_EQ(table.size(), 200U);
+    double const mark = table.begin()->second.at(1).seconds;
+    for (auto const& [name, entries] : table) {
+        ASSERT_EQ(entries.size(), 9U);
+        for (auto const& [slot, entry] : entries) {
+            ASSERT_EQ(entry.seconds, mark);
+            ASSERT_EQ(entry.trace_file, "some.ghost.trace");
+        }
+    }
+}
+
+void expect_whole_ghost(std::string const& path) {
+    std::vector<CarState> frames;
+    ASSERT_TRUE(load_ghost_trace(path, frames, nullptr));
+    ASSERT_EQ(frames.size(), LAP_FRAMES);
+    for (CarState const& frame : frames) ASSERT_EQ(frame.x, frames[0].x);
+}
+
+std::size_t files_in(fs::path const& folder) {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+}
+
+// The status of a child that tries to replace a small table and ghost by large ones. 0 if both
+// attempts failed as they should and left the old files, and nothing else.
+int try_without_room(fs::path const& folder) {
+    if (save_best_lap_table(marked_table(2.0))) return 1;
+    if (save_ghost_trace(folder / "ghost", marked_lap(2.0), 10)) return 2;
+    BestLapTable table;
+    if (!load_best_lap_table(table) || table["Old"][1].seconds != 60.5) return 3;
+    std::vector<CarState> frames;
+    if (!load_ghost_trace(folder / "ghost", frames, nullptr) || frames.size() != 10) return 4;
+    return files_in(folder) == 2 ? 0 : 5;
+}
+
+bool lay_down_old_records(fs::path const& folder) {
+    return save_best_lap_table({{"Old", {{1, {60.5, "ghost"}}}}}) &&
+           save_ghost_trace(folder / "ghost", std::vector<CarState>(10), 10);
+}
+
+// A file system of 32 KiB over the folder, seen by this process alone.
+bool mount_small_disk(fs::path const& folder) {
+    if (unshare(CLONE_NEWNS) != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
+    if (mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) return false;
+    return mount("none", folder.c_str(), "tmpfs", 0, "size=32k") == 0;
+}
+
+class ReplaceFile : public testing::Test {
+protected:
+    void SetUp() override { empty_folder(); }
+    void TearDown() override { empty_folder(); }
+    void empty_folder() const {
+        for (auto const& entry : fs::directory_iterator(folder)) fs::remove_all(entry);
+    }
+    fs::path const folder = pref_path("");
+};
+
+} // namespace
+
+TEST_F(ReplaceFile, KeepsOldRecordsWhenKilledAtAnyInstant) {
+    std::string const ghost = pref_path("ghost");
+    std::mt19937 random(4);
+    for (int round = 0; round < 300; ++round) {
+        std::array<int, 2> ready{};
+        ASSERT_EQ(pipe(ready.data()), 0);
+        pid_t const child = fork();
+        if (child == 0) save_for_ever(ghost, ready[1]);
+        char byte = 0;
+        ASSERT_EQ(read(ready[0], &byte, 1), 1);
+        usleep(static_cast<useconds_t>(random() % 8000));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        close(ready[0]);
+        close(ready[1]);
+        expect_whole_table();
+        expect_whole_ghost(ghost);
+        if (HasFatalFailure()) FAIL() << "in round " << round;
+        if (round % 20 == 19) {
+            for (auto const& entry : fs::directory_iterator(folder)) {
+                if (entry.path().extension() == ".new") fs::remove(entry);
+            }
+        }
+    }
+}
+
+TEST_F(ReplaceFile, KeepsOldRecordsOnAFullDisk) {
+    int const status = run_child([this] {
+        if (!mount_small_disk(folder)) return CANNOT_TRY;
+        return lay_down_old_records(folder) ? try_without_room(folder) : 6;
+    });
+    if (status == CANNOT_TRY) GTEST_SKIP() << "needs the right to mount";
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(ReplaceFile, KeepsOldRecordsWhenFilesMayNotGrow) {
+    ASSERT_TRUE(lay_down_old_records(folder));
+    int const status = run_child([this] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit const limit{4096, 4096};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        return try_without_room(folder);
+    });
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(ReplaceFile, KeepsLinksAndPermissionsAndLeavesDevicesAlone) {
+    fs::path const kept = folder / "elsewhere";
+    fs::path const link = folder / "link";
+    write_file(kept, "old");
+    fs::permissions(kept, fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink("elsewhere", link);
+    ASSERT_TRUE(replace_file(link, {"n", "", "ew"}));
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(read_file(kept), "new");
+    EXPECT_EQ(fs::status(kept).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+
+    fs::create_symlink("/dev/full", folder / "full");
+    EXPECT_FALSE(replace_file(folder / "full", {"new"}));
+    EXPECT_TRUE(fs::is_symlink(folder / "full"));
+    EXPECT_EQ(files_in(folder), 3U);
+}
