@@ -1,0 +1,150 @@
+#include "screens/help_keyboard.h"
+
+#include "screens/help_shapes.h"
+#include "screens/keyboard_layout.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <string_view>
+
+namespace {
+
+constexpr SDL_Color BODY{16, 26, 56, 255};
+constexpr SDL_Color CAP{46, 64, 108, 255};
+constexpr SDL_Color LETTERING{205, 220, 248, 255};
+
+// Labels are measured at this size, and the size that fits follows by proportion.
+constexpr int MEASURING_SIZE = 100;
+constexpr int LEAST_SIZE = 6;
+// Share of a unit: the height of lettering, and what stays free between it and the cap's edges.
+constexpr double LETTER_HEIGHT = 0.46;
+constexpr double CAP_MARGIN = 0.16;
+
+// The key fonts of one drawing, opened as sizes are needed.
+class KeyFonts {
+public:
+    TTF_Font* at(int size) {
+        auto const [place, is_new] = fonts_.try_emplace(size);
+        if (is_new) place->second = open_page_font({FONT_SEMIBOLD, FONT_MONO}, size);
+        return place->second.get();
+    }
+
+private:
+    std::map<int, FontHandle> fonts_;
+};
+
+// Measures of a keyboard, in pixels.
+struct Measures {
+    SDL_Rect rect;
+    double unit;
+    int gap;    // between a key's cell and its body
+    int bevel;  // between its body and its cap
+    int corner; // of the body
+};
+
+Measures measure(SDL_Rect const& rect) {
+    double const unit = std::max(rect.w / KEYBOARD_W, 8.0);
+    return {rect, unit, std::max(2, static_cast<int>(0.0625 * unit)),
+            std::max(2, static_cast<int>(unit / 22)), std::max(3, static_cast<int>(0.125 * unit))};
+}
+
+// More of the body shows below the cap than above it.
+SDL_Rect cap_of(Measures const& m, SDL_Rect const& body) {
+    return {body.x + m.bevel, body.y + m.bevel, body.w - 2 * m.bevel, body.h - 3 * m.bevel};
+}
+
+// The font size at which a label fits an area of iw x ih pixels.
+int fit(KeyFonts& fonts, double unit, char const* label, int iw, int ih) {
+    TTF_Font* const font = fonts.at(MEASURING_SIZE);
+    int tw = 0;
+    int th = 0;
+    if (font == nullptr || TTF_SizeUTF8(font, label, &tw, &th) != 0 || tw <= 0 || th <= 0) {
+        return static_cast<int>(std::lround(LETTER_HEIGHT * unit));
+    }
+    double const by_key = LETTER_HEIGHT * unit * MEASURING_SIZE / th;
+    double const by_width = (iw - CAP_MARGIN * unit) * MEASURING_SIZE / tw;
+    double const by_height = (ih - CAP_MARGIN * unit) * MEASURING_SIZE / th;
+    auto const size = std::lround(std::min({by_key, by_width, by_height}));
+    return std::max(LEAST_SIZE, static_cast<int>(size));
+}
+
+// Sizes that keys of a kind share.
+struct SharedSizes {
+    int navigation;
+    int function;
+    int wide;
+};
+
+template <class Group>
+int least_fit(KeyFonts& fonts, double unit, Group const& group, int iw, int ih) {
+    int least = fit(fonts, unit, group.front(), iw, ih);
+    for (char const* label : group) least = std::min(least, fit(fonts, unit, label, iw, ih));
+    return least;
+}
+
+SharedSizes shared_sizes(KeyFonts& fonts, Measures const& m) {
+    auto const inner_width = [&m](double units) {
+        return static_cast<int>(units * m.unit) - 2 * m.gap - 2 * m.bevel;
+    };
+    int const iw = inner_width(1.0);
+    int const ih = iw - m.bevel;
+    return {least_fit(fonts, m.unit, NAV_GROUP, iw, ih), least_fit(fonts, m.unit, FN_GROUP, iw, ih),
+            fit(fonts, m.unit, "Menu", inner_width(1.25), ih)};
+}
+
+template <class Group>
+bool contains(Group const& group, std::string_view label) {
+    return std::find(group.begin(), group.end(), label) != group.end();
+}
+
+int label_size(KeyFonts& fonts, Measures const& m, SharedSizes const& shared, char const* label,
+               SDL_Rect const& cap) {
+    if (contains(NAV_GROUP, label)) return std::max(LEAST_SIZE, shared.navigation);
+    if (contains(FN_GROUP, label)) return std::max(LEAST_SIZE, shared.function);
+    if (contains(WIDE_GROUP, label)) return std::max(LEAST_SIZE, shared.wide);
+    return fit(fonts, m.unit, label, cap.w, cap.h);
+}
+
+SDL_Point center_of(SDL_Rect const& rect) {
+    return {rect.x + rect.w / 2, rect.y + rect.h / 2};
+}
+
+// The tip points along (dx, dy); the base lies on the far side of the square.
+void draw_arrow(SDL_Renderer* renderer, std::string_view label, SDL_Rect const& cap) {
+    int const shorter = std::min(cap.w, cap.h);
+    int const s = shorter < 20 ? 3 : shorter / 5;
+    int const dx = label == "<LEFT>" ? -s : label == "<RIGHT>" ? s : 0;
+    int const dy = label == "<UP>" ? -s : label == "<DOWN>" ? s : 0;
+    auto const [cx, cy] = center_of(cap);
+    fill_triangle(renderer, {cx + dx, cy + dy}, {cx - dx - dy, cy - dy - dx},
+                  {cx - dx + dy, cy - dy + dx}, LETTERING);
+}
+
+void draw_label(SDL_Renderer* renderer, KeyFonts& fonts, char const* label, int size,
+                SDL_Rect const& cap) {
+    PageText const text = make_page_text(renderer, fonts.at(size), label, LETTERING);
+    draw_page_text(renderer, text, cap.x + (cap.w - text.w) / 2, cap.y + (cap.h - text.h) / 2);
+}
+
+} // namespace
+
+void draw_keyboard(SDL_Renderer* renderer, SDL_Rect const& rect) {
+    Measures const m = measure(rect);
+    KeyFonts fonts;
+    SharedSizes const shared = shared_sizes(fonts, m);
+    for (KbKey const& key : KB_KEYS) {
+        SDL_Rect const body = inner_rect(key_cell(key, m.rect, m.unit), m.gap);
+        SDL_Rect const cap = cap_of(m, body);
+        fill_rrect(renderer, body, m.corner, BODY);
+        fill_rrect(renderer, cap, std::max(2, m.corner - m.bevel), CAP);
+        std::string_view const label = key.label;
+        if (label.empty()) continue;
+        if (label.front() == '<') {
+            draw_arrow(renderer, label, cap);
+        } else {
+            draw_label(renderer, fonts, key.label, label_size(fonts, m, shared, key.label, cap),
+                       cap);
+        }
+    }
+}

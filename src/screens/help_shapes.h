@@ -1,0 +1,31 @@
+#pragma once
+
+// What the help page is drawn with: shapes made of horizontal lines, and pieces of text. All in
+// pixels of the render target.
+
+#include "render/sdl_handles.h"
+
+#include <array>
+
+// A filled rectangle with round corners of `radius`, at most half its shorter side.
+void fill_rrect(SDL_Renderer* renderer, SDL_Rect const& rect, int radius, SDL_Color color);
+
+void fill_triangle(SDL_Renderer* renderer, SDL_Point a, SDL_Point b, SDL_Point c, SDL_Color color);
+
+// A piece of rendered text; without a texture it has no size and draws nothing.
+struct PageText {
+    TextureHandle texture;
+    int w = 0;
+    int h = 0;
+};
+
+// Empty without a font, and for an empty text.
+PageText make_page_text(SDL_Renderer* renderer, TTF_Font* font, char const* text, SDL_Color color);
+void draw_page_text(SDL_Renderer* renderer, PageText const& text, int x, int y);
+
+// The first of two fonts that opens at `size`; null if neither does.
+FontHandle open_page_font(std::array<char const*, 2> const& paths, int size);
+
+constexpr char const* FONT_ROUNDED = "art/fonts/Quango-xlVR.otf";
+constexpr char const* FONT_SEMIBOLD = "art/fonts/Montserrat-SemiBold.otf";
+constexpr char const* FONT_MONO = "art/fonts/LiberationMono-Bold.ttf";

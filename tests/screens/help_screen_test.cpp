@@ -1,0 +1,202 @@
+#include "screens/help_screen.h"
+#include "screens/help_shapes.h"
+#include "screens/keyboard_layout.h"
+#include "support/canvas.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <set>
+#include <string>
+
+namespace {
+
+constexpr int W = 640;
+constexpr int H = 360;
+constexpr SDL_Rect ALL{0, 0, W, H};
+constexpr SDL_Color BLACK{0, 0, 0, 255};
+constexpr SDL_Color WHITE{255, 255, 255, 255};
+
+bool near(SDL_Color a, SDL_Color b, int tolerance = 2) {
+    return std::abs(a.r - b.r) <= tolerance && std::abs(a.g - b.g) <= tolerance &&
+           std::abs(a.b - b.b) <= tolerance;
+}
+
+// Where the keyboard stands on a page of W x H: 34% of the height, and centred.
+SDL_Rect keyboard() {
+    int const kh = static_cast<int>(0.34 * H);
+    int const kw = static_cast<int>(std::lround(kh * KEYBOARD_W / KEYBOARD_H));
+    return {(W - kw) / 2, static_cast<int>(0.4 * H) - kh / 2, kw, kh};
+}
+
+// The colour of a key's face a little below its upper edge, where no lettering comes; `along` is
+// the share of the key's width.
+SDL_Color face(Canvas const& canvas, KbKey const& key, double along = 0.5) {
+    SDL_Rect const place = keyboard();
+    SDL_Rect const cell = key_cell(key, place, place.w / KEYBOARD_W);
+    return canvas.at(cell.x + static_cast<int>(along * cell.w), cell.y + 5);
+}
+
+TEST(KeyboardLayout, EveryAnnotationFindsTheKeyItMeans) {
+    auto const x_of = [](Anno const& anno) {
+        KbKey const* key = find_key(anno);
+        return key != nullptr ? key->x : -1.0F;
+    };
+    for (Anno const& anno : ANNOS_MAJOR) EXPECT_GE(x_of(anno), 0.0F) << anno.key;
+    for (Anno const& anno : ANNOS_MINOR) EXPECT_GE(x_of(anno), 0.0F) << anno.key;
+    for (Anno const& anno : ANNOS_RED) EXPECT_LT(x_of(anno), 6.0F) << anno.key;
+    for (Anno const& anno : ANNOS_BLUE) EXPECT_GE(x_of(anno), 19.0F) << anno.key;
+    for (Anno const& anno : ANNOS_BLUE_ALT) {
+        EXPECT_GT(x_of(anno), 9.0F) << anno.key;
+        EXPECT_LT(x_of(anno), 15.0F) << anno.key;
+    }
+    Anno nowhere = ANNOS_RED[0];
+    nowhere.x_min = 19;
+    EXPECT_EQ(find_key(nowhere), nullptr);
+}
+
+TEST(KeyboardLayout, KeysKeepInsideAndApart) {
+    for (KbKey const& a : KB_KEYS) {
+        EXPECT_GE(a.x, 0.0F);
+        EXPECT_LE(static_cast<double>(a.x + a.w), KEYBOARD_W) << a.label;
+        EXPECT_LE(static_cast<double>(a.y + a.h), KEYBOARD_H) << a.label;
+        for (KbKey const& b : KB_KEYS) {
+            bool const apart = &a == &b || a.x + a.w <= b.x || b.x + b.w <= a.x ||
+                               a.y + a.h <= b.y || b.y + b.h <= a.y;
+            EXPECT_TRUE(apart) << a.label << " and " << b.label;
+        }
+    }
+}
+
+TEST(HelpShapes, RoundCornersAreCutAndTheMiddleIsFilled) {
+    Canvas canvas(40, 30);
+    fill_rrect(canvas.renderer(), {5, 5, 20, 16}, 4, WHITE);
+    EXPECT_EQ(canvas.count({5, 9, 20, 8}, WHITE), 20 * 8);
+    // Rows of the corner stand in by 4 - round(sqrt(16 - d * d)), d = 3, 2, 1, 0.
+    EXPECT_EQ(canvas.count({5, 5, 20, 1}, WHITE), 20 - 2 * 1);
+    EXPECT_EQ(canvas.count({5, 6, 20, 1}, WHITE), 20 - 2 * 1);
+    EXPECT_EQ(canvas.count({5, 8, 20, 1}, WHITE), 20);
+    EXPECT_EQ(canvas.count({5, 20, 20, 1}, WHITE), 20 - 2 * 1);
+    EXPECT_EQ(canvas.count({0, 0, 40, 30}, WHITE), 20 * 16 - 8);
+    canvas.clear(BLACK);
+    fill_rrect(canvas.renderer(), {5, 5, 0, 16}, 4, WHITE);
+    EXPECT_EQ(canvas.count({0, 0, 40, 30}, WHITE), 0);
+}
+
+TEST(HelpShapes, TriangleFillsFromEdgeToEdge) {
+    Canvas canvas(40, 30);
+    fill_triangle(canvas.renderer(), {20, 5}, {10, 15}, {30, 15}, WHITE);
+    for (int y = 5; y <= 15; ++y) {
+        EXPECT_EQ(canvas.count({0, y, 40, 1}, WHITE), 2 * (y - 5) + 1) << "row " << y;
+    }
+    EXPECT_EQ(canvas.count({0, 16, 40, 14}, WHITE), 0);
+}
+
+class HelpScreenTest : public testing::Test {
+protected:
+    void SetUp() override { render_help_screen(canvas_.renderer(), W, H, page_, 1.0F); }
+
+    Canvas canvas_{W, H}; // NOLINT(cppcoreguidelines-non-private-member-variables-in-classes)
+    KeyboardTex page_;    // NOLINT(cppcoreguidelines-non-private-member-variables-in-classes)
+};
+
+TEST_F(HelpScreenTest, HighlightsLieOnTheirKeysAndOnNoOthers) {
+    SDL_Color const plain = face(canvas_, KB_KEYS[16]); // "~" means nothing in the race
+    EXPECT_TRUE(near(plain, {46, 64, 108, 255}));
+    auto const expect_tint = [&](auto const& annos, SDL_Color tint, int alpha) {
+        auto const mix = [alpha](int over, int under) {
+            return static_cast<std::uint8_t>((over * alpha + under * (255 - alpha)) / 255);
+        };
+        SDL_Color const lit{mix(tint.r, plain.r), mix(tint.g, plain.g), mix(tint.b, plain.b), 255};
+        for (Anno const& anno : annos) {
+            EXPECT_TRUE(near(face(canvas_, *find_key(anno)), lit)) << anno.key;
+        }
+    };
+    expect_tint(ANNOS_RED, {235, 95, 85, 255}, 128);
+    expect_tint(ANNOS_BLUE, {125, 150, 255, 255}, 128);
+    expect_tint(ANNOS_BLUE_ALT, {125, 150, 255, 255}, 128);
+    expect_tint(ANNOS_MAJOR, {235, 240, 255, 255}, 110);
+    expect_tint(ANNOS_MINOR, {90, 96, 111, 255}, 110);
+    int unlit = 0;
+    for (KbKey const& key : KB_KEYS) { // a leader may cross one of the two places
+        bool const is_plain =
+            near(face(canvas_, key, 0.25), plain, 0) || near(face(canvas_, key, 0.75), plain, 0);
+        unlit += is_plain ? 1 : 0;
+    }
+    EXPECT_EQ(unlit, 104 - 4 - 4 - 4 - 7 - 9);
+}
+
+TEST_F(HelpScreenTest, BackgroundRunsFromNightBlueToLighter) {
+    EXPECT_TRUE(near(canvas_.at(0, 0), {6, 10, 32, 255}, 0));
+    EXPECT_TRUE(near(canvas_.at(W - 1, H - 1), {24, 44, 96, 255}, 0));
+    EXPECT_TRUE(near(canvas_.at(0, H / 2), {15, 27, 64, 255}, 1));
+}
+
+TEST_F(HelpScreenTest, PageIsKeptForItsSizeAndDrawnAnewForAnother) {
+    EXPECT_EQ(page_.w, W);
+    EXPECT_EQ(page_.h, H);
+    SDL_Texture* const first = page_.tex.get();
+    ASSERT_NE(first, nullptr);
+    // A mark on the kept page shows that the next frame copies it and draws no new one.
+    SDL_SetRenderTarget(canvas_.renderer(), first);
+    SDL_Rect const mark{0, 0, 8, 8};
+    SDL_SetRenderDrawColor(canvas_.renderer(), 1, 2, 3, 255);
+    SDL_RenderFillRect(canvas_.renderer(), &mark);
+    SDL_SetRenderTarget(canvas_.renderer(), nullptr);
+    render_help_screen(canvas_.renderer(), W, H, page_, 1.0F);
+    EXPECT_TRUE(near(canvas_.at(4, 4), {1, 2, 3, 255}, 0));
+}
+
+TEST(HelpScreen, ResizeDrawsThePageAnewAtTheNextFrame) {
+    SDL_InitSubSystem(SDL_INIT_VIDEO);
+    SDL_Window* const window = SDL_CreateWindow("help", 0, 0, 400, 225, SDL_WINDOW_RESIZABLE);
+    SDL_Renderer* const renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
+    ASSERT_NE(renderer, nullptr) << SDL_GetError();
+    {
+        KeyboardTex page;
+        render_help_screen(renderer, W, H, page, 1.0F);
+        EXPECT_EQ(page.w, 400);
+        SDL_SetWindowSize(window, 500, 225);
+        SDL_PumpEvents();
+        render_help_screen(renderer, W, H, page, 1.0F);
+        int w = 0;
+        SDL_QueryTexture(page.tex.get(), nullptr, nullptr, &w, nullptr);
+        EXPECT_EQ(w, 500);
+        EXPECT_EQ(page.w, 500);
+        EXPECT_EQ(page.h, 225);
+    }
+    SDL_DestroyRenderer(renderer);
+    SDL_DestroyWindow(window);
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}
+
+TEST_F(HelpScreenTest, FadesToBlackAndPutsTheRendererBack) {
+    SDL_Color const full = canvas_.at(W / 2, H - 1);
+    render_help_screen(canvas_.renderer(), 1280, 720, page_, 0.5F);
+    EXPECT_NEAR(canvas_.at(W / 2, H - 1).b, full.b / 2, 1);
+    int w = 0;
+    int h = 0;
+    SDL_RenderGetLogicalSize(canvas_.renderer(), &w, &h);
+    EXPECT_EQ(w, 1280);
+    EXPECT_EQ(h, 720);
+    EXPECT_EQ(SDL_GetRenderTarget(canvas_.renderer()), nullptr);
+    for (float const alpha : {0.0F, -3.0F}) {
+        render_help_screen(canvas_.renderer(), W, H, page_, alpha);
+        EXPECT_EQ(canvas_.count(ALL, BLACK), W * H);
+    }
+    render_help_screen(canvas_.renderer(), W, H, page_, 7.0F);
+    EXPECT_TRUE(near(canvas_.at(W / 2, H - 1), full, 0));
+}
+
+TEST(HelpScreen, SmallestOutputsAreDrawn) {
+    for (SDL_Point const size : {SDL_Point{1, 1}, SDL_Point{1, 50}, SDL_Point{300, 2}}) {
+        Canvas canvas(size.x, size.y);
+        KeyboardTex page;
+        render_help_screen(canvas.renderer(), W, H, page, 1.0F);
+        EXPECT_EQ(page.w, size.x);
+        EXPECT_EQ(page.h, size.y);
+    }
+}
+
+} // namespace
