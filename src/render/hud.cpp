@@ -69,6 +69,7 @@ void draw_gauge(Bar const& bar, CarState const& car) {
     int const y = bar.rect.y + 12;
     int const filled = static_cast<int>(width * std::clamp(car.speed / GAUGE_FULL_SPEED, 0.0, 1.0));
     fill(bar, {x, y, width, 6}, {60, 60, 60, 200});
+    if (filled == 0) return; // some renderers give an empty rectangle a pixel's width
     fill(bar, {x, y, filled, 6},
          car.skidding ? SDL_Color{220, 80, 80, 255} : SDL_Color{80, 200, 80, 255});
 }

@@ -21,8 +21,8 @@ SurfaceHandle render_text(TTF_Font* font, char const* text, SDL_Color color) {
     return SurfaceHandle(TTF_RenderUTF8_Blended(font, text, color));
 }
 
-// How bright an alpha-carrying letter is at a pixel: positive where its edge faces the light at the
-// lower left, negative where it faces away, in 255ths.
+// The slope of a letter's rim at a pixel, in 255ths: positive where it faces the light at the upper
+// right, negative where it faces away.
 class Relief {
 public:
     Relief(SDL_Surface* surface, int depth) : surface_(surface), depth_(depth) {}

@@ -1,0 +1,68 @@
+#pragma once
+
+// Small worlds for the tests of the race picture.
+
+#include "render/view_settings.h"
+#include "shell/fonts.h"
+#include "world/track.h"
+
+#include <SDL_ttf.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+inline Track track_of(std::vector<std::string> const& rows) {
+    Track track;
+    track.width = static_cast<int>(rows.front().size());
+    track.height = static_cast<int>(rows.size());
+    for (std::string const& row : rows)
+        track.cells.insert(track.cells.end(), row.begin(), row.end());
+    return track;
+}
+
+inline Track road(int width, int height) {
+    return track_of(std::vector<std::string>(static_cast<std::size_t>(height),
+                                             std::string(static_cast<std::size_t>(width), '.')));
+}
+
+// Puts the view settings back to those of a fresh start.
+class RaceView : public testing::Test {
+protected:
+    void SetUp() override { reset(); }
+    void TearDown() override { reset(); }
+
+    static void reset() {
+        PIXELS_PER_CELL = 18;
+        ZOOM_LEVEL = 0;
+        smooth_camera = false;
+        fancy_ghost = false;
+    }
+};
+
+// All race fonts from one face that Debian ships, so that widths are known.
+struct MonoFonts {
+    Fonts fonts;
+
+    explicit MonoFonts(double scale = 1.0) {
+        TTF_Init();
+        fonts.phys_scale = scale;
+        fonts.hud_label = open(scale * 13);
+        fonts.hud_small = open(scale * 14);
+        fonts.hud_time = open(scale * 20);
+        fonts.lap_time = open(scale * 90);
+        fonts.record = open(scale * 40);
+        fonts.intro = open(scale * 34);
+        fonts.winner = open(scale * 96);
+    }
+
+    static TTF_Font* open(double size) {
+        return TTF_OpenFont("/usr/share/fonts/truetype/liberation/LiberationMono-Bold.ttf",
+                            static_cast<int>(size));
+    }
+    static int width(TTF_Font* font, char const* text) {
+        int w = 0;
+        TTF_SizeUTF8(font, text, &w, nullptr);
+        return w;
+    }
+};
