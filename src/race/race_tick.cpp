@@ -134,7 +134,7 @@ void announce_lap(RaceContext const& race, Player& player, Lap const& lap) {
 }
 
 void fade_race_music(Simulation& sim, Audio& audio) {
-    double const seconds = static_cast<double>(finish_seq_music_fade_s());
+    auto const seconds = static_cast<double>(finish_seq_music_fade_s());
     double const rate = audio.sample_rate > 0 ? audio.sample_rate : 22050;
     audio.music_fade_step =
         seconds > 0.01 ? static_cast<float>(FADE_SPAN / (seconds * rate)) : 0.0015F;

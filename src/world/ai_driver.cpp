@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double PROBE_STEP = 3.0;   // cells between two probes of a ray
+constexpr int PROBE_STEP = 3;        // cells between two probes of a ray
 constexpr int RAYS_TO_A_SIDE = 7;    // the fan covers one radian to each side
 constexpr int FRONT_RAYS = 2;        // rays to each side of the nose that see walls ahead
 constexpr double PROGRESS_AT = 40.0; // cells along a ray where its progress is read
@@ -94,7 +94,7 @@ bool is_chasing(Track const& track, CarState const& car, CarState const& prey, i
 double clear_distance(Track const& track, double x, double y, double angle, double limit) {
     if (limit < PROBE_STEP) return limit;
     Vec2 const along = direction(angle);
-    for (double d = PROBE_STEP; d <= limit; d += PROBE_STEP) {
+    for (int d = PROBE_STEP; d <= limit; d += PROBE_STEP) {
         if (!cell_is_passable(track, floor_cell(x + d * along.x), floor_cell(y + d * along.y))) {
             return d;
         }

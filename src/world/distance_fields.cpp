@@ -49,8 +49,9 @@ void take_row(std::uint8_t* nearest, std::uint8_t const* squares, int width, int
 std::array<std::uint8_t, NO_ROAD + 1> rounded_roots() {
     std::array<std::uint8_t, NO_ROAD + 1> roots{};
     roots.fill(GRASS_DISTANCE_MAX);
-    for (std::size_t square = 0; square <= REACH * REACH; ++square) {
-        roots[square] = static_cast<std::uint8_t>(std::sqrt(static_cast<double>(square)) + 0.5);
+    for (int square = 0; square <= REACH * REACH; ++square) {
+        roots[static_cast<std::size_t>(square)] =
+            static_cast<std::uint8_t>(std::lround(std::sqrt(square)));
     }
     return roots;
 }

@@ -19,6 +19,11 @@ namespace {
 // ask for it in twenty bytes.
 constexpr std::int64_t MAX_CELLS = std::int64_t{1} << 26;
 
+// Rows may be shorter than the grid, but not by any amount: a grid of more than FREE_CELLS must
+// have a byte in the file for every so many cells, and no single row may be so long.
+constexpr std::size_t FREE_CELLS = std::size_t{1} << 24;
+constexpr std::size_t CELLS_PER_BYTE = 16;
+
 // Hands out a stream line by line from a buffer of fixed size, so that a line may be of any
 // length.
 class LineReader {
@@ -66,6 +71,7 @@ bool read_head(std::istream& file, Track& track) {
     if (!(file >> track.width >> track.height)) return false;
     if (track.width < 1 || track.height < 1) return false;
     if (std::int64_t{track.width} * track.height > MAX_CELLS) return false;
+    if (static_cast<std::size_t>(track.width) > FREE_CELLS) return false;
     file.get();
     return true;
 }
@@ -74,10 +80,14 @@ bool read_head(std::istream& file, Track& track) {
 bool read_rows(std::istream& file, Track& track) {
     LineReader lines(file);
     auto const width = static_cast<std::size_t>(track.width);
+    std::size_t bytes = 0;
     for (int row = 0; row < track.height; ++row) {
         track.cells.resize(track.cells.size() + width, 'g');
         std::uint8_t* cells = &track.cells[track.index(0, row)];
-        if (!lines.next(cells, width)) return false;
+        std::optional<std::size_t> const held = lines.next(cells, width);
+        if (!held) return false;
+        bytes += *held;
+        if (track.cells.size() > FREE_CELLS + CELLS_PER_BYTE * bytes) return false;
         std::replace(cells, cells + width, std::uint8_t{'\r'}, std::uint8_t{'g'});
     }
     return true;

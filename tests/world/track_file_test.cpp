@@ -1,0 +1,126 @@
+#include "support/files.h"
+#include "support/tracks.h"
+#include "world/track_file.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <numbers>
+#include <sys/resource.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class TrackFile : public testing::Test {
+protected:
+    bool load(std::string const& bytes) {
+        write_file(folder.file("t.trk"), bytes);
+        return load_track(folder.file("t.trk"), track);
+    }
+    std::string row(int y) {
+        auto const from = track.cells.begin() + track.width * std::ptrdiff_t{y};
+        return {from, from + track.width};
+    }
+
+    TempDir folder;
+    Track track;
+};
+
+TEST_F(TrackFile, RowsArePaddedCutAndCleaned) {
+    ASSERT_TRUE(load("4 4\n*!..\n..\r\n......ggg\r\n....")); // no line feed at the end
+    EXPECT_EQ(row(0), "*!..");
+    EXPECT_EQ(row(1), "..gg");
+    EXPECT_EQ(row(2), "....");
+    EXPECT_EQ(row(3), "....");
+    ASSERT_TRUE(load(" 2\t\n2 *!\n\xff*\n"));
+    EXPECT_EQ(row(1), "\xff*");
+    ASSERT_TRUE(load("2 2\r\n*!\n")); // the line feed of the head's line ends the first row
+    EXPECT_EQ(row(0), "gg");
+}
+
+TEST_F(TrackFile, MarkersGiveStartLineAndHeading) {
+    auto const expect = [&](std::vector<std::string> const& rows, int x, int y, double angle) {
+        ASSERT_TRUE(load(track_text(rows)));
+        EXPECT_EQ(track.start_x, x);
+        EXPECT_EQ(track.start_y, y);
+        EXPECT_DOUBLE_EQ(track.start_angle, angle);
+    };
+    double const pi = std::numbers::pi;
+    expect({".!!!.", "..*..", "*...."}, 2, 1, pi / 2.0);
+    expect({".*...", ".!!!."}, 1, 0, -pi / 2.0);
+    expect({"..!.", "*.!."}, 0, 1, pi);
+    expect({"!...", "!..*"}, 3, 1, 0.0);
+    expect({"!...", "...*"}, 3, 1, pi);
+    expect({"...!", "..!.", ".!.*"}, 3, 2, 0.75 * pi);
+    EXPECT_EQ(track.goal_x1, 1);
+    EXPECT_EQ(track.goal_y1, 0);
+    EXPECT_EQ(track.goal_x2, 3);
+    EXPECT_EQ(track.goal_y2, 2);
+    EXPECT_EQ(track.grass_distance.size(), track.cells.size());
+    EXPECT_GT(track.start_distance_max, 0);
+}
+
+TEST_F(TrackFile, BrokenFilesLeaveTheOldTrack) {
+    ASSERT_TRUE(load("2 1\n*!\n"));
+    std::string const binary("\x7f\x45\x4c\x46\0\0\1\2", 8);
+    for (std::string const& bytes :
+         {std::string(), std::string("\n"), std::string("2"), std::string("2 2\n*!\n"),
+          std::string("0 2\n*!\n"), std::string("2 -2\n*!\n"), std::string("x 2\n*!\n"),
+          std::string("99999999999 1\n*!\n"), std::string("2 1\n*.\n"), std::string("2 1\n!.\n"),
+          binary, std::string(70000, '\0')}) {
+        EXPECT_FALSE(load(bytes)) << bytes.substr(0, 20);
+        EXPECT_EQ(row(0), "*!");
+    }
+    EXPECT_FALSE(load_track(folder.path(), track));
+    EXPECT_FALSE(load_track(folder.file("none.trk"), track));
+    testing::internal::CaptureStderr();
+    load("2 1\n..\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "load_track(" + folder.file("t.trk") + "): missing '*' or '!'\n");
+}
+
+// Heads that promise far more than the file holds must cost nothing.
+TEST_F(TrackFile, HostileHeadsTakeNoMemory) {
+    rusage before{};
+    getrusage(RUSAGE_SELF, &before);
+    auto const start = std::chrono::steady_clock::now();
+    for (char const* head :
+         {"1000000000 1000000000", "2147483647 2147483647", "1000000000 1", "67108864 1",
+          "1 67108864", "30000 2000", "67108865 1", "1 1000000000"}) {
+        EXPECT_FALSE(load(std::string(head) + "\n*!\n")) << head;
+    }
+    rusage after{};
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 16 * 1024); // kilobytes
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+}
+
+TEST(TrackFiles, SlotsComeFromNames) {
+    TempDir const folder;
+    WorkingDir const here(folder.path());
+    EXPECT_EQ(discover_tracks(), (std::array<std::string, 10>{}));
+    fs::create_directories("tracks/5_folder.trk");
+    for (char const* name : {"3_coast.trk", "12_x.trk", "1_.trk", "0_zero.trk", "4_big.TRK",
+                             "6_picture.png", "7-dash.trk", "9_hill.trk"}) {
+        write_file(folder.path() / "tracks" / name, "");
+    }
+    std::array<std::string, 10> expected;
+    expected[1] = "tracks/1_.trk";
+    expected[3] = "tracks/3_coast.trk";
+    expected[9] = "tracks/9_hill.trk";
+    EXPECT_EQ(discover_tracks(), expected);
+}
+
+TEST(TrackFiles, NamesLoseTheirNumber) {
+    EXPECT_EQ(track_name_from_path("tracks/3_coast.trk"), "coast");
+    EXPECT_EQ(track_name_from_path("tracks/12_old_town.trk"), "old_town");
+    EXPECT_EQ(track_name_from_path("tracks/coast.trk"), "coast");
+    EXPECT_EQ(track_name_from_path("tracks/2024.trk"), "2024");
+    EXPECT_EQ(track_name_from_path("1_.trk"), "");
+    EXPECT_EQ(track_name_from_path("4_a.b.trk"), "a.b");
+    EXPECT_EQ(track_name_from_path(""), "");
+}
+
+} // namespace
