@@ -1,0 +1,153 @@
+#include "track_compiler/course_checks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <string>
+
+namespace {
+
+constexpr double ROAD_GAP = 14.0;     // cells between two stretches of road
+constexpr double GRID_MARGIN = 2.0;   // cells between the road's rim and the grid's edge
+constexpr double MAX_PAST = 40.0;     // the start lies this far past the line at most
+constexpr double MIN_PAST = 2.0;      // and this far at least
+constexpr double RUN_UP = 200.0;      // what a flying start wants behind the start cell
+constexpr double CAR_OFFSET = 8.0;    // the cars stand this far to the sides of the start
+constexpr double STRAIGHT = 0.01;     // radians from level or upright that pass as straight
+constexpr double FLOOD_SHARE = 0.5;   // of the line's length that a lap's flood has at least
+
+std::string place_text(Point place) {
+    return std::to_string(std::lround(place.x)) + " " + std::to_string(std::lround(place.y));
+}
+
+bool off_grid(Course const& course, RoadSample const& sample, double border) {
+    double const reach = sample.half_width + border + GRID_MARGIN;
+    return sample.at.x < reach || sample.at.y < reach || sample.at.x > course.width - reach ||
+           sample.at.y > course.height - reach;
+}
+
+void check_on_grid(Course const& course, Centreline const& line, double border, Faults& faults) {
+    for (RoadSample const& sample : line.samples) {
+        bool const told = !faults.empty() && faults.back().line == sample.line;
+        if (told || !off_grid(course, sample, border)) continue;
+        faults.push_back({sample.line, "the road runs off the grid near " + place_text(sample.at)});
+    }
+}
+
+void check_apart(Centreline const& line, Faults& faults) {
+    constexpr std::size_t STRIDE = 3;
+    for (std::size_t i = 0; i < line.samples.size(); i += STRIDE) {
+        RoadSample const& a = line.samples[i];
+        for (std::size_t j = i + STRIDE; j < line.samples.size(); j += STRIDE) {
+            RoadSample const& b = line.samples[j];
+            double const apart = a.half_width + b.half_width + ROAD_GAP;
+            if (std::fabs(along_difference(line, a.along, b.along)) < 1.8 * apart) continue;
+            if (distance(a.at, b.at) >= apart) continue;
+            faults.push_back({b.line, "the road is broken: it runs into itself near " +
+                                          place_text(b.at)});
+            return;
+        }
+    }
+}
+
+// The goal line is a level or upright row of `!` without a gap, with walls at both ends, straight
+// across a straight road.
+bool check_goal(Course const& course, Centreline const& line, Track const& track, Faults& faults) {
+    auto const fault = [&](std::string cause) {
+        faults.push_back({course.goal_line, "goal: " + std::move(cause)});
+        return false;
+    };
+    bool const upright = std::floor(course.goal_a.x) == std::floor(course.goal_b.x);
+    bool const level = std::floor(course.goal_a.y) == std::floor(course.goal_b.y);
+    if (upright == level) return fault("the line must be level or upright");
+    if (track.goal_x1 > track.goal_x2) return fault("the line does not lie on the road");
+    int const dx = level ? 1 : 0;
+    int const dy = level ? 0 : 1;
+    for (int x = track.goal_x1, y = track.goal_y1; x <= track.goal_x2 && y <= track.goal_y2;
+         x += dx, y += dy) {
+        if (track.cells[track.index(x, y)] != '!') return fault("the line crosses the road twice");
+    }
+    bool const open = cell_is_passable(track, track.goal_x1 - dx, track.goal_y1 - dy) ||
+                      cell_is_passable(track, track.goal_x2 + dx, track.goal_y2 + dy);
+    if (open) return fault("the line does not close the course from wall to wall");
+    Point const middle{(track.goal_x1 + track.goal_x2 + 1) / 2.0,
+                       (track.goal_y1 + track.goal_y2 + 1) / 2.0};
+    double const heading = nearest_sample(line, middle).heading;
+    double const across = level ? std::cos(heading) : std::sin(heading);
+    if (std::fabs(across) > STRAIGHT) {
+        return fault("the road does not run straight across the line");
+    }
+    return true;
+}
+
+bool check_start(Course const& course, Centreline const& line, Track const& track,
+                 Faults& faults) {
+    auto const fault = [&](std::string cause) {
+        faults.push_back({course.start_line, "start: " + std::move(cause)});
+        return false;
+    };
+    if (!track.contains(track.start_x, track.start_y)) return fault("it lies off the grid");
+    RoadSample const& here = nearest_sample(line, course.start);
+    if (distance(here.at, course.start) > here.half_width - CAR_OFFSET - 2.0) {
+        return fault("it does not lie on the road");
+    }
+    Point const goal = (course.goal_a + course.goal_b) * 0.5;
+    Point const forwards = direction(here.heading);
+    double const past = dot(course.start - goal, forwards);
+    if (past < MIN_PAST || past > MAX_PAST) {
+        return fault("it must lie 2 to 40 cells past the goal line in the direction of travel, "
+                     "and lies " +
+                     std::to_string(std::lround(past)));
+    }
+    return true;
+}
+
+// A flying start moves both cars straight back; every cell of their way must be road.
+void check_run_up(Course const& course, Track const& track, Faults& faults) {
+    Point const ahead = direction(track.start_angle);
+    Point const start{track.start_x + 0.5, track.start_y + 0.5};
+    for (double back = 0.0; back <= RUN_UP; back += 0.5) {
+        for (double const side : {-CAR_OFFSET, CAR_OFFSET}) {
+            Point const place = start - ahead * back + right_of(ahead) * side;
+            int const x = static_cast<int>(std::floor(place.x));
+            int const y = static_cast<int>(std::floor(place.y));
+            if (track.contains(x, y) && cell_is_road(track.cells[track.index(x, y)])) continue;
+            faults.push_back({course.start_line,
+                              "start: no run-up: the road behind it is straight for only " +
+                                  std::to_string(std::lround(back)) + " cells and needs 200"});
+            return;
+        }
+    }
+}
+
+// Distances run one way round the course, so that the cells behind the line are a lap away. If
+// they are not, there is a way past the line or across the course.
+void check_flood(Course const& course, Centreline const& line, Track const& track,
+                 Faults& faults) {
+    Point const ahead = direction(track.start_angle);
+    Point const middle{(track.goal_x1 + track.goal_x2 + 1) / 2.0,
+                       (track.goal_y1 + track.goal_y2 + 1) / 2.0};
+    Point const behind = middle - ahead * 3.0;
+    int const x = static_cast<int>(std::floor(behind.x));
+    int const y = static_cast<int>(std::floor(behind.y));
+    int const lap = track.contains(x, y) ? track.start_distance[track.index(x, y)] : -1;
+    if (lap >= FLOOD_SHARE * line.length) return;
+    faults.push_back({course.goal_line, lap < 0 ? "goal: no road leads round from the start to it"
+                                                : "goal: the line does not close the course: "
+                                                  "there is a way past it"});
+}
+
+} // namespace
+
+void check_road(Course const& course, Centreline const& line, double border, Faults& faults) {
+    check_on_grid(course, line, border, faults);
+    check_apart(line, faults);
+}
+
+void check_grid(Course const& course, Centreline const& line, Track const& track,
+                Faults& faults) {
+    if (!check_goal(course, line, track, faults)) return;
+    if (!check_start(course, line, track, faults)) return;
+    check_run_up(course, track, faults);
+    check_flood(course, line, track, faults);
+}

@@ -1,0 +1,263 @@
+#include "track_compiler/course_parser.h"
+
+#include "track_compiler/data_file.h"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <numbers>
+#include <string_view>
+
+namespace {
+
+constexpr int MAX_SIDE = 4096; // cells: the picture has two pixels a cell and 8192 at most
+constexpr int MAX_SCATTER = 20000;
+
+struct KindWord {
+    std::string_view word;
+    SceneryKind kind;
+    bool round; // given by one diameter instead of length, width and angle
+};
+constexpr std::array<KindWord, 14> KINDS{{
+    {"tree", SceneryKind::tree, true},
+    {"pine", SceneryKind::pine, true},
+    {"palm", SceneryKind::palm, true},
+    {"bush", SceneryKind::bush, true},
+    {"cactus", SceneryKind::cactus, true},
+    {"rock", SceneryKind::rock, true},
+    {"lamp", SceneryKind::lamp, true},
+    {"tyres", SceneryKind::tyres, false},
+    {"house", SceneryKind::house, false},
+    {"shed", SceneryKind::shed, false},
+    {"stand", SceneryKind::stand, false},
+    {"container", SceneryKind::container, false},
+    {"boat", SceneryKind::boat, false},
+    {"hay", SceneryKind::hay, false},
+}};
+
+constexpr std::array<std::pair<std::string_view, GroundKind>, 8> GROUNDS{{
+    {"water", GroundKind::water},
+    {"sand", GroundKind::sand},
+    {"gravel", GroundKind::gravel},
+    {"field", GroundKind::field},
+    {"plaza", GroundKind::plaza},
+    {"ice", GroundKind::ice},
+    {"woods", GroundKind::woods},
+    {"rocks", GroundKind::rocks},
+}};
+
+KindWord const* find_kind(std::string_view word) {
+    for (KindWord const& entry : KINDS) {
+        if (entry.word == word) return &entry;
+    }
+    return nullptr;
+}
+
+// One statement under reading: takes words off its front and notes what is wrong with them.
+struct Reader {
+    DataLine const& data;
+    Faults& faults;
+    std::size_t next = 1;
+    bool good = true;
+
+    void complain(std::string cause) {
+        if (good) faults.push_back({data.number, data.words[0] + ": " + std::move(cause)});
+        good = false;
+    }
+    [[nodiscard]] bool at_end() const { return next >= data.words.size(); }
+
+    std::string word(std::string_view what) {
+        if (!at_end()) return data.words[next++];
+        complain("the " + std::string(what) + " is missing");
+        return {};
+    }
+    double number(std::string_view what, double low, double high) {
+        std::string const text = word(what);
+        if (!good) return low;
+        std::optional<double> const value = parse_number(text);
+        if (!value) {
+            complain("the " + std::string(what) + " \"" + text + "\" is not a number");
+        } else if (*value < low || *value > high) {
+            complain("the " + std::string(what) + " must lie between " +
+                     std::to_string(std::lround(low)) + " and " + std::to_string(std::lround(high)));
+        }
+        return value.value_or(low);
+    }
+    Point point(std::string_view what) {
+        std::string const name(what);
+        double const x = number(name + "'s x", -MAX_SIDE, 2 * MAX_SIDE);
+        double const y = number(name + "'s y", -MAX_SIDE, 2 * MAX_SIDE);
+        return {x, y};
+    }
+    double degrees(std::string_view what) {
+        return number(what, -360.0, 360.0) * std::numbers::pi / 180.0;
+    }
+    void finish() {
+        if (!at_end()) complain("\"" + data.words[next] + "\" is one value too many");
+    }
+};
+
+void read_size(Reader& in, Course& course) {
+    course.width = static_cast<int>(in.number("width", 321, MAX_SIDE));
+    course.height = static_cast<int>(in.number("height", 321, MAX_SIDE));
+}
+
+void read_kerbs(Reader& in, Course& course) {
+    course.kerb_depth = in.number("depth", 1, 4);
+    course.kerb_radius = in.number("corner radius", 1, 10000);
+}
+
+void read_start(Reader& in, Course& course) {
+    if (course.start_line != 0) in.complain("a course has one start");
+    course.start = in.point("start");
+    course.start_line = in.data.number;
+}
+
+void read_goal(Reader& in, Course& course) {
+    if (course.goal_line != 0) in.complain("a course has one goal line");
+    course.goal_a = in.point("first end");
+    course.goal_b = in.point("second end");
+    course.goal_line = in.data.number;
+}
+
+void read_point(Reader& in, Course& course) {
+    CoursePoint point;
+    point.at = in.point("point");
+    point.width = course.road_width;
+    point.radius = course.corner_radius;
+    point.line = in.data.number;
+    while (in.good && !in.at_end()) {
+        std::string const option = in.word("option");
+        if (option == "width") {
+            point.width = in.number("width", 40, 240);
+        } else if (option == "radius") {
+            point.radius = in.number("radius", 30, 4000);
+            point.radius_given = true;
+        } else if (option == "plain") {
+            point.plain = true;
+        } else {
+            in.complain("\"" + option + "\" is none of width, radius, plain");
+        }
+    }
+    course.points.push_back(point);
+}
+
+void read_item(Reader& in, Course& course) {
+    KindWord const& kind = *find_kind(in.data.words[0]);
+    SceneryItem item{.kind = kind.kind, .at = in.point("place"), .line = in.data.number};
+    if (kind.round) {
+        item.length = item.width = in.number("size", 2, 400);
+    } else {
+        item.length = in.number("length", 2, 1200);
+        item.width = in.number("width", 2, 600);
+        item.angle = in.degrees("angle");
+    }
+    course.items.push_back(item);
+}
+
+void read_area(Reader& in, Course& course) {
+    GroundArea area{.line = in.data.number};
+    std::string const word = in.word("kind of ground");
+    bool known = false;
+    for (auto const& [name, kind] : GROUNDS) {
+        if (name != word) continue;
+        area.kind = kind;
+        known = true;
+    }
+    if (!known) in.complain("\"" + word + "\" is no kind of ground");
+    while (in.good && !in.at_end()) area.corners.push_back(in.point("corner"));
+    if (area.corners.size() < 3) in.complain("an area needs at least three corners");
+    course.areas.push_back(std::move(area));
+}
+
+void read_scatter(Reader& in, Course& course) {
+    SceneryScatter scatter{.line = in.data.number};
+    std::string const word = in.word("kind");
+    KindWord const* const kind = find_kind(word);
+    if (kind == nullptr || !kind->round) {
+        in.complain("\"" + word + "\" is no kind of round thing");
+        return;
+    }
+    scatter.kind = kind->kind;
+    scatter.count = static_cast<int>(in.number("count", 1, MAX_SCATTER));
+    scatter.min_size = in.number("smallest size", 2, 400);
+    scatter.max_size = in.number("largest size", scatter.min_size, 400);
+    scatter.high = {static_cast<double>(course.width), static_cast<double>(course.height)};
+    if (in.good && !in.at_end()) {
+        scatter.low = in.point("first corner");
+        scatter.high = in.point("second corner");
+        if (scatter.high.x <= scatter.low.x || scatter.high.y <= scatter.low.y) {
+            in.complain("the second corner must lie below and to the right of the first");
+        }
+    }
+    course.scatters.push_back(scatter);
+}
+
+void read_lettering(Reader& in, Course& course) {
+    Lettering lettering{.line = in.data.number};
+    lettering.at = in.point("place");
+    lettering.height = in.number("height", 4, 400);
+    lettering.angle = in.degrees("angle");
+    lettering.text = in.word("text");
+    course.letterings.push_back(std::move(lettering));
+}
+
+using Statement = void (*)(Reader&, Course&);
+
+std::map<std::string, Statement, std::less<>> const& statements() {
+    static std::map<std::string, Statement, std::less<>> const table{
+        {"name", [](Reader& in, Course& course) { course.name = in.word("name"); }},
+        {"place", [](Reader& in, Course& course) { course.place = in.word("place"); }},
+        {"theme",
+         [](Reader& in, Course& course) {
+             course.theme = in.word("theme");
+             course.theme_line = in.data.number;
+         }},
+        {"size", read_size},
+        {"width",
+         [](Reader& in, Course& course) { course.road_width = in.number("width", 40, 240); }},
+        {"radius",
+         [](Reader& in, Course& course) { course.corner_radius = in.number("radius", 30, 4000); }},
+        {"kerbs", read_kerbs},
+        {"start", read_start},
+        {"goal", read_goal},
+        {"point", read_point},
+        {"area", read_area},
+        {"scatter", read_scatter},
+        {"lettering", read_lettering},
+    };
+    return table;
+}
+
+void read_statement(DataLine const& data, Course& course, Faults& faults) {
+    Reader in{.data = data, .faults = faults};
+    auto const found = statements().find(data.words[0]);
+    if (found != statements().end()) {
+        found->second(in, course);
+    } else if (find_kind(data.words[0]) != nullptr) {
+        read_item(in, course);
+    } else {
+        in.complain("no such field");
+    }
+    if (in.good) in.finish();
+}
+
+void check_complete(Course const& course, Faults& faults) {
+    if (course.width == 0) faults.push_back({0, "the size is missing"});
+    if (course.theme.empty()) faults.push_back({0, "the theme is missing"});
+    if (course.start_line == 0) faults.push_back({0, "the start is missing"});
+    if (course.goal_line == 0) faults.push_back({0, "the goal line is missing"});
+    if (course.points.size() < 3) faults.push_back({0, "the road needs at least three points"});
+}
+
+} // namespace
+
+std::optional<Course> parse_course(std::string const& text, Faults& faults) {
+    Course course;
+    for (DataLine const& data : split_data(text, faults)) read_statement(data, course, faults);
+    if (faults.empty()) check_complete(course, faults);
+    if (!faults.empty()) return std::nullopt;
+    return course;
+}

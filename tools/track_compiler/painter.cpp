@@ -1,0 +1,174 @@
+#include "track_compiler/painter.h"
+
+#include "render/image.h"
+#include "track_compiler/noise.h"
+#include "track_compiler/scenery.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace {
+
+Colour mix(Colour a, Colour b, double t) {
+    auto const f = static_cast<float>(std::clamp(t, 0.0, 1.0));
+    return {a.r + (b.r - a.r) * f, a.g + (b.g - a.g) * f, a.b + (b.b - a.b) * f};
+}
+
+Colour shade(Colour a, double factor) {
+    auto const f = static_cast<float>(factor);
+    return {a.r * f, a.g * f, a.b * f};
+}
+
+std::uint32_t pack(Colour colour) {
+    auto const channel = [](float value) {
+        return static_cast<std::uint32_t>(std::clamp(value, 0.0F, 1.0F) * 255.0F + 0.5F);
+    };
+    return 0xFF000000U | channel(colour.b) << 16U | channel(colour.g) << 8U | channel(colour.r);
+}
+
+double noise(Point at, double size, std::uint32_t seed) {
+    return static_cast<double>(cloud_noise(static_cast<float>(at.x / size),
+                                           static_cast<float>(at.y / size), seed));
+}
+
+Colour area_colour(Theme const& theme, GroundKind kind) {
+    switch (kind) {
+    case GroundKind::water: return theme.water_deep;
+    case GroundKind::sand: return theme.sand;
+    case GroundKind::gravel: return theme.gravel;
+    case GroundKind::field: return theme.field;
+    case GroundKind::plaza: return theme.plaza;
+    case GroundKind::ice: return theme.ice;
+    case GroundKind::woods: return theme.woods;
+    case GroundKind::rocks: return theme.rocks;
+    }
+    return theme.ground_light;
+}
+
+Colour land_colour(PaintSource const& source, Point at, double edge) {
+    Theme const& theme = source.theme;
+    Colour colour = mix(theme.ground_dark, theme.ground_light, noise(at, 70.0, 1));
+    for (GroundArea const& area : source.course.areas) {
+        if (inside(area, at)) colour = area_colour(theme, area.kind);
+    }
+    colour = mix(theme.verge, colour, smoothstep(8.0, 40.0, edge + 20.0 * noise(at, 20.0, 2)));
+    return shade(colour, 1.0 + 0.3 * theme.grain * (noise(at, 3.0, 3) - 0.5));
+}
+
+Colour road_colour(PaintSource const& source, Point at, RoadPlace const& place) {
+    Theme const& theme = source.theme;
+    double const racing = source.racing[source.line.index_at(place.along)];
+    double const off = std::fabs(place.lateral - racing);
+    double const worn = 0.8 * (1.0 - smoothstep(4.0, 26.0, off + 8.0 * noise(at, 40.0, 4)));
+    Colour colour = mix(theme.road, theme.road_worn, worn);
+    double const dust = 1.0 - smoothstep(0.0, 12.0, -place.edge + 8.0 * (noise(at, 12.0, 5) - 0.5));
+    colour = mix(colour, theme.road_edge, 0.7 * dust);
+    return shade(colour, 1.0 + 0.25 * theme.road_grain * (noise(at, 2.0, 6) - 0.5));
+}
+
+Colour ground_colour(PaintSource const& source, Point at) {
+    Theme const& theme = source.theme;
+    RoadPlace const place = road_at(source.field, at);
+    switch (surface_at(source.line, place, theme.rim_width)) {
+    case Surface::road: return road_colour(source, at, place);
+    case Surface::kerb_red: return theme.kerb_red;
+    case Surface::kerb_white: return theme.kerb_white;
+    case Surface::rim: return mix(theme.rim_dark, theme.rim_light, noise(at, 6.0, 7));
+    case Surface::land: return land_colour(source, at, place.edge);
+    }
+    return theme.road;
+}
+
+// Chequers on the goal line's cells and the strip before it.
+Colour with_goal(PaintSource const& source, Point at, Colour colour) {
+    Track const& track = source.track;
+    constexpr double HALF = 5.0;
+    bool const level = track.goal_y1 == track.goal_y2;
+    double const across = level ? at.y - track.goal_y1 - 0.5 : at.x - track.goal_x1 - 0.5;
+    double const along = level ? at.x : at.y;
+    double const low = level ? track.goal_x1 : track.goal_y1;
+    double const high = (level ? track.goal_x2 : track.goal_y2) + 1.0;
+    if (std::fabs(across) > HALF || along < low || along > high) return colour;
+    bool const dark = (static_cast<int>(std::floor((across + HALF) / 5.0)) +
+                       static_cast<int>(std::floor(along / 5.0))) %
+                          2 !=
+                      0;
+    return dark ? shade(source.theme.line, 0.1) : source.theme.line;
+}
+
+Colour item_colour(Theme const& theme, SceneryItem const& item, Point offset) {
+    double const light = 0.5 - (offset.x + offset.y) / (item.length + item.width);
+    switch (item.kind) {
+    case SceneryKind::rock: return shade(theme.stone, 0.7 + 0.5 * light);
+    case SceneryKind::house:
+    case SceneryKind::shed: return shade(theme.roof, 0.8 + 0.3 * light);
+    case SceneryKind::stand:
+    case SceneryKind::container: return shade(theme.wall, 0.8 + 0.3 * light);
+    case SceneryKind::lamp: return theme.lamp;
+    case SceneryKind::tyres: return Colour{0.1F, 0.1F, 0.1F};
+    default: return mix(theme.leaf_dark, theme.leaf_light, light);
+    }
+}
+
+bool covers(SceneryItem const& item, Point offset) {
+    bool const round = item.length == item.width && item.angle == 0.0;
+    if (round) return length(offset) <= item.length / 2.0;
+    Point const along = direction(item.angle);
+    return std::fabs(dot(offset, along)) <= item.length / 2.0 &&
+           std::fabs(cross(along, offset)) <= item.width / 2.0;
+}
+
+struct Picture {
+    std::span<std::uint32_t> pixels;
+    int width = 0;
+    int height = 0;
+};
+
+template <typename Paint>
+void paint_box(Picture const& picture, Point middle, double radius, Paint paint) {
+    auto const pixel = [](double cells) { return static_cast<int>(cells * PICTURE_SCALE); };
+    for (int y = std::max(0, pixel(middle.y - radius));
+         y < std::min(picture.height, pixel(middle.y + radius) + 1); y++) {
+        for (int x = std::max(0, pixel(middle.x - radius));
+             x < std::min(picture.width, pixel(middle.x + radius) + 1); x++) {
+            std::size_t const at = static_cast<std::size_t>(y) *
+                                       static_cast<std::size_t>(picture.width) +
+                                   static_cast<std::size_t>(x);
+            paint(picture.pixels[at], pixel_place(x, y) - middle);
+        }
+    }
+}
+
+void paint_item(PaintSource const& source, SceneryItem const& item, Picture const& picture) {
+    double const radius = std::hypot(item.length, item.width) / 2.0;
+    paint_box(picture, item.at, radius, [&](std::uint32_t& pixel, Point offset) {
+        if (covers(item, offset)) pixel = pack(item_colour(source.theme, item, offset));
+    });
+}
+
+} // namespace
+
+SurfaceHandle paint_track(PaintSource const& source) {
+    int const width = source.track.width * PICTURE_SCALE;
+    int const height = source.track.height * PICTURE_SCALE;
+    SurfaceHandle surface(SDL_CreateRGBSurfaceWithFormat(0, width, height, 32, PIXEL_FORMAT));
+    if (!surface) return surface;
+    // A surface of 32-bit pixels that we made ourselves has no gaps between its rows.
+    Picture const picture{{static_cast<std::uint32_t*>(surface->pixels),
+                           static_cast<std::size_t>(width) * static_cast<std::size_t>(height)},
+                          width,
+                          height};
+    for (int y = 0; y < height; y++) {
+        for (int x = 0; x < width; x++) {
+            Point const at = pixel_place(x, y);
+            Colour const colour = with_goal(source, at, ground_colour(source, at));
+            picture.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                           static_cast<std::size_t>(x)] = pack(colour);
+        }
+    }
+    for (SceneryItem const& item : source.items) paint_item(source, item, picture);
+    return surface;
+}

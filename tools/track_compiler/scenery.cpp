@@ -1,0 +1,99 @@
+#include "track_compiler/scenery.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <string>
+
+namespace {
+
+constexpr int TRIES = 12; // places that a scattered thing is offered
+
+// Does any part of the item lie nearer to the road's edge than `border`?
+bool touches_road(SceneryItem const& item, RoadField const& field, double border) {
+    if (item.length == item.width && item.angle == 0.0) {
+        return road_at(field, item.at).edge < border + item.length / 2.0;
+    }
+    Point const along = direction(item.angle);
+    Point const across = right_of(along);
+    int const steps = static_cast<int>(std::ceil(std::max(item.length, item.width) / 4.0)) + 1;
+    for (int i = 0; i <= steps; i++) {
+        for (int j = 0; j <= steps; j++) {
+            Point const place = item.at + along * (item.length * (1.0 * i / steps - 0.5)) +
+                                across * (item.width * (1.0 * j / steps - 0.5));
+            if (road_at(field, place).edge < border) return true;
+        }
+    }
+    return false;
+}
+
+bool on_water(Course const& course, Point place) {
+    return std::any_of(course.areas.begin(), course.areas.end(), [&](GroundArea const& area) {
+        return area.kind == GroundKind::water && inside(area, place);
+    });
+}
+
+bool crowded(std::vector<SceneryItem> const& items, SceneryItem const& wanted) {
+    return std::any_of(items.begin(), items.end(), [&](SceneryItem const& item) {
+        double const room = 0.4 * (std::max(item.length, item.width) + wanted.length);
+        return distance(item.at, wanted.at) < room;
+    });
+}
+
+void scatter_items(Course const& course, SceneryScatter const& scatter, std::uint32_t seed,
+                   RoadField const& field, double border, std::vector<SceneryItem>& items) {
+    Point const span = scatter.high - scatter.low;
+    for (int n = 0; n < scatter.count; n++) {
+        for (int attempt = 0; attempt < TRIES; attempt++) {
+            auto const draw = [&](std::uint32_t what) {
+                return chance(seed, static_cast<std::uint32_t>(n * TRIES + attempt), what);
+            };
+            SceneryItem item{.kind = scatter.kind, .line = scatter.line};
+            item.at = scatter.low + Point{span.x * draw(0), span.y * draw(1)};
+            item.length = item.width =
+                scatter.min_size + (scatter.max_size - scatter.min_size) * draw(2);
+            if (touches_road(item, field, border + 2.0) || on_water(course, item.at)) continue;
+            if (crowded(items, item)) continue;
+            items.push_back(item);
+            break;
+        }
+    }
+}
+
+} // namespace
+
+bool inside(GroundArea const& area, Point place) {
+    bool in = false;
+    for (std::size_t i = 0, j = area.corners.size() - 1; i < area.corners.size(); j = i++) {
+        Point const a = area.corners[i];
+        Point const b = area.corners[j];
+        if ((a.y > place.y) == (b.y > place.y)) continue;
+        if (place.x < a.x + (b.x - a.x) * (place.y - a.y) / (b.y - a.y)) in = !in;
+    }
+    return in;
+}
+
+double chance(std::uint32_t a, std::uint32_t b, std::uint32_t c) {
+    std::uint32_t h = a * 0x9E3779B1U ^ b * 0x85EBCA77U ^ c * 0xC2B2AE3DU;
+    h = (h ^ (h >> 15U)) * 0x2C1B3C6DU;
+    h = (h ^ (h >> 12U)) * 0x297A2D39U;
+    h ^= h >> 15U;
+    return static_cast<double>(h) / 4294967296.0;
+}
+
+std::vector<SceneryItem> place_scenery(Course const& course, RoadField const& field, double border,
+                                       Faults& faults) {
+    std::vector<SceneryItem> items = course.items;
+    for (SceneryItem const& item : items) {
+        if (!touches_road(item, field, border)) continue;
+        faults.push_back({item.line, "it stands on the road or its rim"});
+    }
+    std::uint32_t seed = 1;
+    for (SceneryScatter const& scatter : course.scatters) {
+        scatter_items(course, scatter, seed++, field, border, items);
+    }
+    std::stable_sort(items.begin(), items.end(), [](SceneryItem const& a, SceneryItem const& b) {
+        return a.at.y < b.at.y;
+    });
+    return items;
+}

@@ -1,0 +1,118 @@
+#include "track_compiler/theme.h"
+
+#include "track_compiler/data_file.h"
+
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <set>
+#include <string_view>
+
+namespace {
+
+struct ColourField {
+    std::string_view word;
+    Colour Theme::* member;
+};
+constexpr std::array<ColourField, 28> COLOURS{{
+    {"road", &Theme::road},
+    {"road_worn", &Theme::road_worn},
+    {"road_edge", &Theme::road_edge},
+    {"line", &Theme::line},
+    {"kerb_red", &Theme::kerb_red},
+    {"kerb_white", &Theme::kerb_white},
+    {"rim_light", &Theme::rim_light},
+    {"rim_dark", &Theme::rim_dark},
+    {"ground_light", &Theme::ground_light},
+    {"ground_dark", &Theme::ground_dark},
+    {"verge", &Theme::verge},
+    {"water_shallow", &Theme::water_shallow},
+    {"water_deep", &Theme::water_deep},
+    {"shore", &Theme::shore},
+    {"sand", &Theme::sand},
+    {"gravel", &Theme::gravel},
+    {"field", &Theme::field},
+    {"plaza", &Theme::plaza},
+    {"ice", &Theme::ice},
+    {"woods", &Theme::woods},
+    {"rocks", &Theme::rocks},
+    {"leaf_light", &Theme::leaf_light},
+    {"leaf_dark", &Theme::leaf_dark},
+    {"stone", &Theme::stone},
+    {"roof", &Theme::roof},
+    {"wall", &Theme::wall},
+    {"lamp", &Theme::lamp},
+    {"ink", &Theme::ink},
+}};
+
+struct NumberField {
+    std::string_view word;
+    double Theme::* member;
+    double low;
+    double high;
+};
+constexpr std::array<NumberField, 8> NUMBERS{{
+    {"rim_width", &Theme::rim_width, 2.0, 12.0},
+    {"grain", &Theme::grain, 0.0, 1.0},
+    {"road_grain", &Theme::road_grain, 0.0, 1.0},
+    {"shadow", &Theme::shadow, 0.0, 1.0},
+    {"shadow_angle", &Theme::shadow_angle, -360.0, 360.0},
+    {"shadow_length", &Theme::shadow_length, 0.0, 4.0},
+    {"dark", &Theme::dark, 0.0, 1.0},
+    {"paper", &Theme::paper, 0.0, 1.0},
+}};
+
+// Six hexadecimal digits, RRGGBB.
+std::optional<Colour> parse_colour(std::string const& word) {
+    std::uint32_t value = 0;
+    char const* const end = word.data() + word.size();
+    auto const [stop, error] = std::from_chars(word.data(), end, value, 16);
+    if (word.size() != 6 || error != std::errc() || stop != end) return std::nullopt;
+    auto const channel = [&](unsigned shift) {
+        return static_cast<float>((value >> shift) & 0xFFU) / 255.0F;
+    };
+    return Colour{channel(16), channel(8), channel(0)};
+}
+
+// What is wrong with the line, or an empty string.
+std::string read_field(DataLine const& data, Theme& theme) {
+    std::string const& word = data.words[0];
+    if (data.words.size() != 2) return word + ": one value is needed";
+    for (ColourField const& field : COLOURS) {
+        if (field.word != word) continue;
+        std::optional<Colour> const colour = parse_colour(data.words[1]);
+        if (!colour) return word + ": \"" + data.words[1] + "\" is no colour RRGGBB";
+        theme.*field.member = *colour;
+        return {};
+    }
+    for (NumberField const& field : NUMBERS) {
+        if (field.word != word) continue;
+        std::optional<double> const value = parse_number(data.words[1]);
+        if (!value || *value < field.low || *value > field.high) {
+            return word + ": \"" + data.words[1] + "\" is no number in its range";
+        }
+        theme.*field.member = *value;
+        return {};
+    }
+    return word + ": no such field";
+}
+
+} // namespace
+
+std::optional<Theme> parse_theme(std::string const& text, Faults& faults) {
+    Theme theme;
+    std::set<std::string, std::less<>> given;
+    int last = 1;
+    for (DataLine const& data : split_data(text, faults)) {
+        std::string cause = read_field(data, theme);
+        if (!cause.empty()) faults.push_back({data.number, std::move(cause)});
+        given.insert(data.words[0]);
+        last = data.number;
+    }
+    for (ColourField const& field : COLOURS) {
+        if (given.contains(field.word)) continue;
+        faults.push_back({last, "the colour " + std::string(field.word) + " is missing"});
+    }
+    if (!faults.empty()) return std::nullopt;
+    return theme;
+}
