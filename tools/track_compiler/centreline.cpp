@@ -16,9 +16,9 @@ constexpr double GOAL_CLEAR = 60.0; // no kerbs this close to the goal line
 
 // One corner of the polygon and the arc that rounds it.
 struct Corner {
-    Point in;           // direction towards the corner
-    Point out;          // direction away from it
-    double turn = 0.0;  // radians, positive to the right
+    Point in;          // direction towards the corner
+    Point out;         // direction away from it
+    double turn = 0.0; // radians, positive to the right
     double radius = 0.0;
     double cut = 0.0; // what the arc takes off both legs
     double leg = 0.0; // length of the leg that leaves the corner
@@ -33,10 +33,16 @@ struct Piece {
     std::size_t corner = 0;
 };
 
-std::size_t next_of(std::size_t index, std::size_t count) { return (index + 1) % count; }
-std::size_t prev_of(std::size_t index, std::size_t count) { return (index + count - 1) % count; }
+std::size_t next_of(std::size_t index, std::size_t count) {
+    return (index + 1) % count;
+}
+std::size_t prev_of(std::size_t index, std::size_t count) {
+    return (index + count - 1) % count;
+}
 
-double cut_per_radius(Corner const& corner) { return std::tan(std::fabs(corner.turn) / 2.0); }
+double cut_per_radius(Corner const& corner) {
+    return std::tan(std::fabs(corner.turn) / 2.0);
+}
 
 std::vector<Corner> measure_corners(Course const& course, Faults& faults) {
     std::size_t const count = course.points.size();
@@ -48,11 +54,12 @@ std::vector<Corner> measure_corners(Course const& course, Faults& faults) {
         Corner& corner = corners[i];
         corner.leg = distance(here, after);
         if (corner.leg < STEP || distance(before, here) < STEP) {
-            faults.push_back({course.points[i].line, "the road is broken: two points in one place"});
+            faults.push_back(
+                {course.points[i].line, "the road is broken: two points in one place"});
             return corners;
         }
-        corner.in = (here - before) * (1.0 / distance(before, here));
-        corner.out = (after - here) * (1.0 / corner.leg);
+        corner.in = 1.0 / distance(before, here) * (here - before);
+        corner.out = 1.0 / corner.leg * (after - here);
         corner.turn = std::atan2(cross(corner.in, corner.out), dot(corner.in, corner.out));
         if (std::fabs(corner.turn) > 0.95 * std::numbers::pi) {
             faults.push_back({course.points[i].line,
@@ -114,11 +121,11 @@ std::vector<Piece> lay_pieces(Course const& course, std::vector<Corner> const& c
         Point const here = course.points[i].at;
         double const heading = std::atan2(corner.in.y, corner.in.x);
         if (corner.radius > 0.0 && std::fabs(corner.turn) > 1e-9) {
-            pieces.push_back({here - corner.in * corner.cut, heading,
+            pieces.push_back({here - corner.cut * corner.in, heading,
                               std::copysign(1.0 / corner.radius, corner.turn),
                               corner.radius * std::fabs(corner.turn), i});
         }
-        pieces.push_back({here + corner.out * corner.cut, heading + corner.turn, 0.0,
+        pieces.push_back({here + corner.cut * corner.out, heading + corner.turn, 0.0,
                           std::max(0.0, corner.leg - corner.cut - after.cut), i});
     }
     return pieces;
@@ -129,13 +136,13 @@ RoadSample sample_piece(Piece const& piece, double offset) {
     sample.curvature = piece.curvature;
     sample.heading = piece.heading + offset * piece.curvature;
     if (piece.curvature == 0.0) {
-        sample.at = piece.from + direction(piece.heading) * offset;
+        sample.at = piece.from + offset * direction(piece.heading);
         return sample;
     }
     // Along an arc the position is the chord: its direction is half the turn so far.
     double const half_turn = offset * piece.curvature / 2.0;
     double const chord = 2.0 / piece.curvature * std::sin(half_turn);
-    sample.at = piece.from + direction(piece.heading + half_turn) * chord;
+    sample.at = piece.from + chord * direction(piece.heading + half_turn);
     return sample;
 }
 
@@ -144,8 +151,10 @@ std::vector<double> corner_places(std::vector<Piece> const& pieces, std::size_t 
     std::vector<double> places(count, 0.0);
     double along = 0.0;
     for (Piece const& piece : pieces) {
-        if (piece.curvature != 0.0) places[piece.corner] = along + piece.length / 2.0;
-        else if (places[piece.corner] == 0.0) places[piece.corner] = along;
+        if (piece.curvature != 0.0)
+            places[piece.corner] = along + piece.length / 2.0;
+        else if (places[piece.corner] == 0.0)
+            places[piece.corner] = along;
         along += piece.length;
     }
     return places;
@@ -217,7 +226,7 @@ void lay_kerbs(Course const& course, std::vector<Piece> const& pieces, Centrelin
         }
         begin = end;
     }
-    Point const goal = (course.goal_a + course.goal_b) * 0.5;
+    Point const goal = 0.5 * (course.goal_a + course.goal_b);
     double const goal_along = nearest_sample(line, goal).along;
     for (RoadSample& sample : line.samples) {
         if (std::fabs(along_difference(line, goal_along, sample.along)) > GOAL_CLEAR) continue;

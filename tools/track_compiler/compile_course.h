@@ -8,7 +8,6 @@
 #include "track_compiler/painter.h"
 #include "track_compiler/road_field.h"
 #include "track_compiler/theme.h"
-
 #include "world/track.h"
 
 #include <optional>
@@ -19,10 +18,10 @@ struct CompiledCourse {
     Course course;
     Theme theme;
     Centreline line;
-    RoadField field;
-    Track track;
-    std::vector<double> racing;
-    std::vector<SceneryItem> items;
+    RoadField field = {};
+    Track track = {};
+    std::vector<double> racing = {};
+    std::vector<SceneryItem> items = {};
 
     [[nodiscard]] PaintSource paint_source() const {
         return {course, theme, line, field, track, racing, items};

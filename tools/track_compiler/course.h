@@ -11,7 +11,7 @@
 // A corner of the road's centre line. The line runs straight from point to point and every corner
 // is rounded to an arc.
 struct CoursePoint {
-    Point at;
+    Point at = {};
     double width = 0.0;        // of the road here; it changes smoothly from point to point
     double radius = 0.0;       // of the arc
     bool radius_given = false; // otherwise `radius` is a wish and shrinks to what fits
@@ -39,7 +39,7 @@ enum class SceneryKind {
 // One solid thing beside the road. Round kinds have length = width = diameter and no angle.
 struct SceneryItem {
     SceneryKind kind = SceneryKind::tree;
-    Point at;
+    Point at = {};
     double length = 0.0; // along `angle`
     double width = 0.0;  // across it
     double angle = 0.0;  // radians, clockwise from +x
@@ -51,7 +51,7 @@ enum class GroundKind { water, sand, gravel, field, plaza, ice, woods, rocks };
 // A patch of other ground, a closed polygon. The road lies on top of it.
 struct GroundArea {
     GroundKind kind = GroundKind::water;
-    std::vector<Point> corners; // at least 3
+    std::vector<Point> corners = {}; // at least 3
     int line = 0;
 };
 
@@ -61,17 +61,17 @@ struct SceneryScatter {
     int count = 0;
     double min_size = 0.0;
     double max_size = 0.0;
-    Point low;  // the box that they lie in
-    Point high;
+    Point low = {}; // the box that they lie in
+    Point high = {};
     int line = 0;
 };
 
 // Words painted on the ground; flat, so they may lie on the road.
 struct Lettering {
-    Point at; // their middle
+    Point at = {}; // their middle
     double height = 0.0;
     double angle = 0.0; // radians
-    std::string text;
+    std::string text = {};
     int line = 0;
 };
 
@@ -90,7 +90,7 @@ struct Course {
     int start_line = 0; // 0 if the course has no start
     Point goal_a;
     Point goal_b;
-    int goal_line = 0; // 0 if the course has no goal line
+    int goal_line = 0;               // 0 if the course has no goal line
     std::vector<CoursePoint> points; // at least 3
     std::vector<SceneryItem> items;
     std::vector<GroundArea> areas;

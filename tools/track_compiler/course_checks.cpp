@@ -7,14 +7,14 @@
 
 namespace {
 
-constexpr double ROAD_GAP = 14.0;     // cells between two stretches of road
-constexpr double GRID_MARGIN = 2.0;   // cells between the road's rim and the grid's edge
-constexpr double MAX_PAST = 40.0;     // the start lies this far past the line at most
-constexpr double MIN_PAST = 2.0;      // and this far at least
-constexpr double RUN_UP = 200.0;      // what a flying start wants behind the start cell
-constexpr double CAR_OFFSET = 8.0;    // the cars stand this far to the sides of the start
-constexpr double STRAIGHT = 0.01;     // radians from level or upright that pass as straight
-constexpr double FLOOD_SHARE = 0.5;   // of the line's length that a lap's flood has at least
+constexpr double ROAD_GAP = 14.0;   // cells between two stretches of road
+constexpr double GRID_MARGIN = 2.0; // cells between the road's rim and the grid's edge
+constexpr double MAX_PAST = 40.0;   // the start lies this far past the line at most
+constexpr double MIN_PAST = 2.0;    // and this far at least
+constexpr double RUN_UP = 200.0;    // what a flying start wants behind the start cell
+constexpr double CAR_OFFSET = 8.0;  // the cars stand this far to the sides of the start
+constexpr double STRAIGHT = 0.01;   // radians from level or upright that pass as straight
+constexpr double FLOOD_SHARE = 0.5; // of the line's length that a lap's flood has at least
 
 std::string place_text(Point place) {
     return std::to_string(std::lround(place.x)) + " " + std::to_string(std::lround(place.y));
@@ -43,8 +43,8 @@ void check_apart(Centreline const& line, Faults& faults) {
             double const apart = a.half_width + b.half_width + ROAD_GAP;
             if (std::fabs(along_difference(line, a.along, b.along)) < 1.8 * apart) continue;
             if (distance(a.at, b.at) >= apart) continue;
-            faults.push_back({b.line, "the road is broken: it runs into itself near " +
-                                          place_text(b.at)});
+            faults.push_back(
+                {b.line, "the road is broken: it runs into itself near " + place_text(b.at)});
             return;
         }
     }
@@ -80,8 +80,7 @@ bool check_goal(Course const& course, Centreline const& line, Track const& track
     return true;
 }
 
-bool check_start(Course const& course, Centreline const& line, Track const& track,
-                 Faults& faults) {
+bool check_start(Course const& course, Centreline const& line, Track const& track, Faults& faults) {
     auto const fault = [&](std::string cause) {
         faults.push_back({course.start_line, "start: " + std::move(cause)});
         return false;
@@ -91,7 +90,7 @@ bool check_start(Course const& course, Centreline const& line, Track const& trac
     if (distance(here.at, course.start) > here.half_width - CAR_OFFSET - 2.0) {
         return fault("it does not lie on the road");
     }
-    Point const goal = (course.goal_a + course.goal_b) * 0.5;
+    Point const goal = 0.5 * (course.goal_a + course.goal_b);
     Point const forwards = direction(here.heading);
     double const past = dot(course.start - goal, forwards);
     if (past < MIN_PAST || past > MAX_PAST) {
@@ -108,7 +107,7 @@ void check_run_up(Course const& course, Track const& track, Faults& faults) {
     Point const start{track.start_x + 0.5, track.start_y + 0.5};
     for (double back = 0.0; back <= RUN_UP; back += 0.5) {
         for (double const side : {-CAR_OFFSET, CAR_OFFSET}) {
-            Point const place = start - ahead * back + right_of(ahead) * side;
+            Point const place = start - back * ahead + side * side_of(ahead);
             int const x = static_cast<int>(std::floor(place.x));
             int const y = static_cast<int>(std::floor(place.y));
             if (track.contains(x, y) && cell_is_road(track.cells[track.index(x, y)])) continue;
@@ -122,12 +121,11 @@ void check_run_up(Course const& course, Track const& track, Faults& faults) {
 
 // Distances run one way round the course, so that the cells behind the line are a lap away. If
 // they are not, there is a way past the line or across the course.
-void check_flood(Course const& course, Centreline const& line, Track const& track,
-                 Faults& faults) {
+void check_flood(Course const& course, Centreline const& line, Track const& track, Faults& faults) {
     Point const ahead = direction(track.start_angle);
     Point const middle{(track.goal_x1 + track.goal_x2 + 1) / 2.0,
                        (track.goal_y1 + track.goal_y2 + 1) / 2.0};
-    Point const behind = middle - ahead * 3.0;
+    Point const behind = middle - 3.0 * ahead;
     int const x = static_cast<int>(std::floor(behind.x));
     int const y = static_cast<int>(std::floor(behind.y));
     int const lap = track.contains(x, y) ? track.start_distance[track.index(x, y)] : -1;
@@ -144,8 +142,7 @@ void check_road(Course const& course, Centreline const& line, double border, Fau
     check_apart(line, faults);
 }
 
-void check_grid(Course const& course, Centreline const& line, Track const& track,
-                Faults& faults) {
+void check_grid(Course const& course, Centreline const& line, Track const& track, Faults& faults) {
     if (!check_goal(course, line, track, faults)) return;
     if (!check_start(course, line, track, faults)) return;
     check_run_up(course, track, faults);

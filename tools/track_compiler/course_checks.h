@@ -6,7 +6,6 @@
 #include "track_compiler/centreline.h"
 #include "track_compiler/course.h"
 #include "track_compiler/fault.h"
-
 #include "world/track.h"
 
 // What shows on the centre line alone: a road off the grid, or one that runs into itself.

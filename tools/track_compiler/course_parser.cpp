@@ -81,7 +81,8 @@ struct Reader {
             complain("the " + std::string(what) + " \"" + text + "\" is not a number");
         } else if (*value < low || *value > high) {
             complain("the " + std::string(what) + " must lie between " +
-                     std::to_string(std::lround(low)) + " and " + std::to_string(std::lround(high)));
+                     std::to_string(std::lround(low)) + " and " +
+                     std::to_string(std::lround(high)));
         }
         return value.value_or(low);
     }
@@ -244,20 +245,26 @@ void read_statement(DataLine const& data, Course& course, Faults& faults) {
     if (in.good) in.finish();
 }
 
-void check_complete(Course const& course, Faults& faults) {
-    if (course.width == 0) faults.push_back({0, "the size is missing"});
-    if (course.theme.empty()) faults.push_back({0, "the theme is missing"});
-    if (course.start_line == 0) faults.push_back({0, "the start is missing"});
-    if (course.goal_line == 0) faults.push_back({0, "the goal line is missing"});
-    if (course.points.size() < 3) faults.push_back({0, "the road needs at least three points"});
+// What is missing is missed at the end of the file.
+void check_complete(Course const& course, int last_line, Faults& faults) {
+    auto const miss = [&](char const* cause) { faults.push_back({last_line, cause}); };
+    if (course.width == 0) miss("the size is missing");
+    if (course.theme.empty()) miss("the theme is missing");
+    if (course.start_line == 0) miss("the start is missing");
+    if (course.goal_line == 0) miss("the goal line is missing");
+    if (course.points.size() < 3) miss("the road needs at least three points");
 }
 
 } // namespace
 
 std::optional<Course> parse_course(std::string const& text, Faults& faults) {
     Course course;
-    for (DataLine const& data : split_data(text, faults)) read_statement(data, course, faults);
-    if (faults.empty()) check_complete(course, faults);
+    int last_line = 1;
+    for (DataLine const& data : split_data(text, faults)) {
+        read_statement(data, course, faults);
+        last_line = data.number;
+    }
+    if (faults.empty()) check_complete(course, last_line, faults);
     if (!faults.empty()) return std::nullopt;
     return course;
 }

@@ -10,7 +10,9 @@
 
 namespace {
 
-bool is_blank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
+bool is_blank(char c) {
+    return c == ' ' || c == '\t' || c == '\r';
+}
 
 // Cuts one word off `line` from `at` on; false if a quote is left open.
 bool take_word(std::string const& line, std::size_t& at, std::string& word) {

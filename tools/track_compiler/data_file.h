@@ -11,7 +11,7 @@
 #include <vector>
 
 struct DataLine {
-    int number = 0; // from 1
+    int number = 0;                 // from 1
     std::vector<std::string> words; // never empty
 };
 

@@ -8,11 +8,16 @@ namespace {
 
 std::uint8_t cell_of(Surface surface) {
     switch (surface) {
-    case Surface::road: return '.';
-    case Surface::kerb_red: return 'r';
-    case Surface::kerb_white: return 'w';
-    case Surface::rim: return 'b';
-    case Surface::land: return 'g';
+    case Surface::road:
+        return '.';
+    case Surface::kerb_red:
+        return 'r';
+    case Surface::kerb_white:
+        return 'w';
+    case Surface::rim:
+        return 'b';
+    case Surface::land:
+        return 'g';
     }
     return 'g';
 }
@@ -64,13 +69,14 @@ void mark_start(Course const& course, Track& track) {
     }
     double const dx = track.goal_x2 - track.goal_x1;
     double const dy = track.goal_y2 - track.goal_y1;
-    Point const middle{(track.goal_x1 + track.goal_x2) * 0.5, (track.goal_y1 + track.goal_y2) * 0.5};
+    Point const middle{(track.goal_x1 + track.goal_x2) * 0.5,
+                       (track.goal_y1 + track.goal_y2) * 0.5};
     Point const normal{-dy, dx};
-    double const side = dot(Point{static_cast<double>(track.start_x),
-                                  static_cast<double>(track.start_y)} -
-                                middle,
-                            normal);
-    track.start_angle = side < 0.0 ? std::atan2(-normal.y, -normal.x) : std::atan2(normal.y, normal.x);
+    double const side =
+        dot(Point{static_cast<double>(track.start_x), static_cast<double>(track.start_y)} - middle,
+            normal);
+    track.start_angle =
+        side < 0.0 ? std::atan2(-normal.y, -normal.x) : std::atan2(normal.y, normal.x);
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 
 #include "track_compiler/course.h"
 #include "track_compiler/ground_plan.h"
-
 #include "world/track.h"
 
 #include <string>

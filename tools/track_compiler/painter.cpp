@@ -30,20 +30,28 @@ std::uint32_t pack(Colour colour) {
 }
 
 double noise(Point at, double size, std::uint32_t seed) {
-    return static_cast<double>(cloud_noise(static_cast<float>(at.x / size),
-                                           static_cast<float>(at.y / size), seed));
+    return static_cast<double>(
+        cloud_noise(static_cast<float>(at.x / size), static_cast<float>(at.y / size), seed));
 }
 
 Colour area_colour(Theme const& theme, GroundKind kind) {
     switch (kind) {
-    case GroundKind::water: return theme.water_deep;
-    case GroundKind::sand: return theme.sand;
-    case GroundKind::gravel: return theme.gravel;
-    case GroundKind::field: return theme.field;
-    case GroundKind::plaza: return theme.plaza;
-    case GroundKind::ice: return theme.ice;
-    case GroundKind::woods: return theme.woods;
-    case GroundKind::rocks: return theme.rocks;
+    case GroundKind::water:
+        return theme.water_deep;
+    case GroundKind::sand:
+        return theme.sand;
+    case GroundKind::gravel:
+        return theme.gravel;
+    case GroundKind::field:
+        return theme.field;
+    case GroundKind::plaza:
+        return theme.plaza;
+    case GroundKind::ice:
+        return theme.ice;
+    case GroundKind::woods:
+        return theme.woods;
+    case GroundKind::rocks:
+        return theme.rocks;
     }
     return theme.ground_light;
 }
@@ -73,11 +81,16 @@ Colour ground_colour(PaintSource const& source, Point at) {
     Theme const& theme = source.theme;
     RoadPlace const place = road_at(source.field, at);
     switch (surface_at(source.line, place, theme.rim_width)) {
-    case Surface::road: return road_colour(source, at, place);
-    case Surface::kerb_red: return theme.kerb_red;
-    case Surface::kerb_white: return theme.kerb_white;
-    case Surface::rim: return mix(theme.rim_dark, theme.rim_light, noise(at, 6.0, 7));
-    case Surface::land: return land_colour(source, at, place.edge);
+    case Surface::road:
+        return road_colour(source, at, place);
+    case Surface::kerb_red:
+        return theme.kerb_red;
+    case Surface::kerb_white:
+        return theme.kerb_white;
+    case Surface::rim:
+        return mix(theme.rim_dark, theme.rim_light, noise(at, 6.0, 7));
+    case Surface::land:
+        return land_colour(source, at, place.edge);
     }
     return theme.road;
 }
@@ -102,14 +115,20 @@ Colour with_goal(PaintSource const& source, Point at, Colour colour) {
 Colour item_colour(Theme const& theme, SceneryItem const& item, Point offset) {
     double const light = 0.5 - (offset.x + offset.y) / (item.length + item.width);
     switch (item.kind) {
-    case SceneryKind::rock: return shade(theme.stone, 0.7 + 0.5 * light);
+    case SceneryKind::rock:
+        return shade(theme.stone, 0.7 + 0.5 * light);
     case SceneryKind::house:
-    case SceneryKind::shed: return shade(theme.roof, 0.8 + 0.3 * light);
+    case SceneryKind::shed:
+        return shade(theme.roof, 0.8 + 0.3 * light);
     case SceneryKind::stand:
-    case SceneryKind::container: return shade(theme.wall, 0.8 + 0.3 * light);
-    case SceneryKind::lamp: return theme.lamp;
-    case SceneryKind::tyres: return Colour{0.1F, 0.1F, 0.1F};
-    default: return mix(theme.leaf_dark, theme.leaf_light, light);
+    case SceneryKind::container:
+        return shade(theme.wall, 0.8 + 0.3 * light);
+    case SceneryKind::lamp:
+        return theme.lamp;
+    case SceneryKind::tyres:
+        return Colour{0.1F, 0.1F, 0.1F};
+    default:
+        return mix(theme.leaf_dark, theme.leaf_light, light);
     }
 }
 
@@ -134,9 +153,9 @@ void paint_box(Picture const& picture, Point middle, double radius, Paint paint)
          y < std::min(picture.height, pixel(middle.y + radius) + 1); y++) {
         for (int x = std::max(0, pixel(middle.x - radius));
              x < std::min(picture.width, pixel(middle.x + radius) + 1); x++) {
-            std::size_t const at = static_cast<std::size_t>(y) *
-                                       static_cast<std::size_t>(picture.width) +
-                                   static_cast<std::size_t>(x);
+            std::size_t const at =
+                static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width) +
+                static_cast<std::size_t>(x);
             paint(picture.pixels[at], pixel_place(x, y) - middle);
         }
     }

@@ -7,7 +7,6 @@
 #include "track_compiler/course.h"
 #include "track_compiler/ground_plan.h"
 #include "track_compiler/theme.h"
-
 #include "world/track.h"
 
 #include <vector>
@@ -16,11 +15,11 @@ constexpr int PICTURE_SCALE = 2; // pixels a cell
 
 // Everything there is to paint. All records are lent for the call.
 struct PaintSource {
-    Course const& course;   // areas of other ground, lettering, names
-    Theme const& theme;     // how the place looks
-    Centreline const& line; // the road: width, curvature, kerbs
-    RoadField const& field; // where each cell lies with respect to the road
-    Track const& track;     // the finished grid, with goal line and start
+    Course const& course;              // areas of other ground, lettering, names
+    Theme const& theme;                // how the place looks
+    Centreline const& line;            // the road: width, curvature, kerbs
+    RoadField const& field;            // where each cell lies with respect to the road
+    Track const& track;                // the finished grid, with goal line and start
     std::vector<double> const& racing; // by sample: how far right of the line rubber lies, cells
     std::vector<SceneryItem> const& items; // all solid things, back to front
 };

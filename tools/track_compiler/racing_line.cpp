@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr std::size_t STRIDE = 6;    // samples between the nodes that are relaxed
-constexpr double EDGE_ROOM = 12.0;   // cells that the line keeps from the road's edge
+constexpr std::size_t STRIDE = 6;  // samples between the nodes that are relaxed
+constexpr double EDGE_ROOM = 12.0; // cells that the line keeps from the road's edge
 constexpr int ROUNDS = 600;
 
 } // namespace
@@ -21,14 +21,14 @@ std::vector<double> racing_offsets(Centreline const& line) {
         return line.samples[node * line.samples.size() / count];
     };
     auto const place = [&](std::size_t node) {
-        return sample(node).at + right_of(direction(sample(node).heading)) * offsets[node];
+        return sample(node).at + offsets[node] * side_of(direction(sample(node).heading));
     };
     for (int round = 0; round < ROUNDS; round++) {
         for (std::size_t node = 0; node < count; node++) {
             Point const middle =
-                (place((node + count - 1) % count) + place((node + 1) % count)) * 0.5;
+                0.5 * (place((node + count - 1) % count) + place((node + 1) % count));
             RoadSample const& here = sample(node);
-            double const wish = dot(middle - here.at, right_of(direction(here.heading)));
+            double const wish = dot(middle - here.at, side_of(direction(here.heading)));
             double const room = std::max(0.0, here.half_width - EDGE_ROOM);
             offsets[node] = std::clamp(wish, -room, room);
         }

@@ -11,7 +11,7 @@ void measure_stretch(RoadSample const& from, RoadSample const& to, double stretc
                      RoadField& field) {
     Point const leg = to.at - from.at;
     double const square = std::max(dot(leg, leg), 1e-12);
-    Point const side = right_of(leg * (1.0 / std::sqrt(square)));
+    Point const side = side_of(1.0 / std::sqrt(square) * leg);
     double const span = std::max(from.half_width, to.half_width) + static_cast<double>(field.reach);
     auto const low = [](double value) { return std::max(0, static_cast<int>(std::floor(value))); };
     int const x0 = low(std::min(from.at.x, to.at.x) - span);
@@ -24,7 +24,7 @@ void measure_stretch(RoadSample const& from, RoadSample const& to, double stretc
         for (int x = x0; x <= x1; x++) {
             Point const offset = Point{x + 0.5, y + 0.5} - from.at;
             double const t = std::clamp(dot(offset, leg) / square, 0.0, 1.0);
-            Point const gap = offset - leg * t;
+            Point const gap = offset - t * leg;
             double const half = from.half_width + (to.half_width - from.half_width) * t;
             auto const edge = static_cast<float>(std::sqrt(dot(gap, gap)) - half);
             std::size_t const at = field.index(x, y);

@@ -13,10 +13,10 @@
 struct RoadField {
     int width = 0;
     int height = 0;
-    float reach = 0.0F;          // cells beyond the road's edge that are measured
-    std::vector<float> edge;     // distance to the road's edge, negative on the road
-    std::vector<float> along;    // distance along the centre line of the nearest place on it
-    std::vector<float> lateral;  // distance from the centre line, positive to its right
+    float reach = 0.0F;              // cells beyond the road's edge that are measured
+    std::vector<float> edge = {};    // distance to the road's edge, negative on the road
+    std::vector<float> along = {};   // distance along the centre line of the nearest place on it
+    std::vector<float> lateral = {}; // distance from the centre line, positive to its right
 
     [[nodiscard]] std::size_t index(int column, int row) const {
         return static_cast<std::size_t>(row) * static_cast<std::size_t>(width) +

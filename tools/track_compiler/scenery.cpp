@@ -15,12 +15,12 @@ bool touches_road(SceneryItem const& item, RoadField const& field, double border
         return road_at(field, item.at).edge < border + item.length / 2.0;
     }
     Point const along = direction(item.angle);
-    Point const across = right_of(along);
+    Point const across = side_of(along);
     int const steps = static_cast<int>(std::ceil(std::max(item.length, item.width) / 4.0)) + 1;
     for (int i = 0; i <= steps; i++) {
         for (int j = 0; j <= steps; j++) {
-            Point const place = item.at + along * (item.length * (1.0 * i / steps - 0.5)) +
-                                across * (item.width * (1.0 * j / steps - 0.5));
+            Point const place = item.at + item.length * (1.0 * i / steps - 0.5) * along +
+                                item.width * (1.0 * j / steps - 0.5) * across;
             if (road_at(field, place).edge < border) return true;
         }
     }
@@ -92,8 +92,7 @@ std::vector<SceneryItem> place_scenery(Course const& course, RoadField const& fi
     for (SceneryScatter const& scatter : course.scatters) {
         scatter_items(course, scatter, seed++, field, border, items);
     }
-    std::stable_sort(items.begin(), items.end(), [](SceneryItem const& a, SceneryItem const& b) {
-        return a.at.y < b.at.y;
-    });
+    std::stable_sort(items.begin(), items.end(),
+                     [](SceneryItem const& a, SceneryItem const& b) { return a.at.y < b.at.y; });
     return items;
 }

@@ -12,7 +12,7 @@ namespace {
 
 struct ColourField {
     std::string_view word;
-    Colour Theme::* member;
+    Colour Theme::*member;
 };
 constexpr std::array<ColourField, 28> COLOURS{{
     {"road", &Theme::road},
@@ -47,7 +47,7 @@ constexpr std::array<ColourField, 28> COLOURS{{
 
 struct NumberField {
     std::string_view word;
-    double Theme::* member;
+    double Theme::*member;
     double low;
     double high;
 };

@@ -17,11 +17,11 @@ struct Colour {
 
 struct Theme {
     // The road and its rim.
-    Colour road;       // the surface as laid
-    Colour road_worn;  // along the racing line
-    Colour road_edge;  // towards its edges: dust, moss, snow
-    Colour line;       // paint on the road
-    Colour kerb_red;   // the two stripes of a kerb
+    Colour road;      // the surface as laid
+    Colour road_worn; // along the racing line
+    Colour road_edge; // towards its edges: dust, moss, snow
+    Colour line;      // paint on the road
+    Colour kerb_red;  // the two stripes of a kerb
     Colour kerb_white;
     Colour rim_light; // what bounds the road: top
     Colour rim_dark;  // and side
@@ -48,14 +48,14 @@ struct Theme {
     Colour lamp;
     Colour ink; // lettering
     // Numbers.
-    double rim_width = 5.0;    // cells; solid, also in the grid
-    double grain = 0.5;        // strength of the ground's texture, 0..1
-    double road_grain = 0.5;   // strength of the road's texture, 0..1
-    double shadow = 0.45;      // darkness of shadows, 0..1
-    double shadow_angle = 45;  // degrees, where shadows fall, clockwise from +x
-    double shadow_length = 1;  // of a thing's shadow by its height
-    double dark = 0.0;         // night: how much of the light is gone, 0..1
-    double paper = 0.0;        // 1: drawn on graph paper
+    double rim_width = 5.0;   // cells; solid, also in the grid
+    double grain = 0.5;       // strength of the ground's texture, 0..1
+    double road_grain = 0.5;  // strength of the road's texture, 0..1
+    double shadow = 0.45;     // darkness of shadows, 0..1
+    double shadow_angle = 45; // degrees, where shadows fall, clockwise from +x
+    double shadow_length = 1; // of a thing's shadow by its height
+    double dark = 0.0;        // night: how much of the light is gone, 0..1
+    double paper = 0.0;       // 1: drawn on graph paper
 };
 
 // The theme that `text` describes; every colour must be given. Nothing if there are faults.
