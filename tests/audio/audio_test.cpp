@@ -1,0 +1,181 @@
+#include "audio/audio.h"
+#include "audio/mp3.h"
+#include "support/files.h"
+#include "support/sound.h"
+
+#include <SDL.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <thread>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr int RATE = 22050;
+
+// Sets an environment variable and puts the old value back.
+class Environment {
+public:
+    Environment(char const* name, std::string const& value) : name_(name) {
+        char const* const before = std::getenv(name);
+        before_ = before != nullptr ? before : "";
+        setenv(name, value.c_str(), 1);
+    }
+    ~Environment() { setenv(name_, before_.c_str(), 1); }
+    Environment(Environment const&) = delete;
+    Environment& operator=(Environment const&) = delete;
+
+private:
+    char const* name_;
+    std::string before_;
+};
+
+TEST(Mp3, decodes_any_rate_to_the_whole_sound_at_the_rate_asked_for) {
+    TempDir const folder;
+    for (int const rate : {22050, 44100, 48000}) {
+        write_mp3(folder.file("tone.mp3"), sine(1000, 1.5, 10000, rate), rate);
+        Samples const sound = decode_mp3_mono(folder.file("tone.mp3").c_str(), RATE);
+        EXPECT_NEAR(static_cast<double>(sound.size()), 1.5 * RATE, 30) << rate;
+        EXPECT_NEAR(level_at(std::span(sound).subspan(2205, 22050), 1000, RATE), 10000, 700)
+            << rate;
+    }
+}
+
+TEST(Mp3, missing_and_broken_files_say_so_and_give_what_they_hold) {
+    TempDir const folder;
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(decode_mp3_mono("no/such.mp3", RATE).empty());
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                testing::MatchesRegex("mpg123_open\\(no/such.mp3\\) failed: .*\n"));
+    std::string const path = folder.file("broken.mp3");
+    for (std::string const& bytes : {std::string(), std::string("not music"),
+                                     std::string(70000, 'x'), std::string(5000, '\xff')}) {
+        write_file(path, bytes);
+        testing::internal::CaptureStderr();
+        EXPECT_TRUE(decode_mp3_mono(path.c_str(), RATE).empty());
+        std::string const said = testing::internal::GetCapturedStderr();
+        EXPECT_LE(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    }
+    write_mp3(path, sine(500, 2.0, 9000, RATE), RATE);
+    std::string const whole = read_file(path);
+    write_file(path, whole.substr(0, whole.size() / 2));
+    EXPECT_NEAR(static_cast<double>(decode_mp3_mono(path.c_str(), RATE).size()), RATE, RATE / 8);
+}
+
+TEST(AudioFiles, a_slot_keeps_its_sound_when_a_load_fails_and_music_does_not) {
+    TempDir const folder;
+    std::string const path = folder.file("tone.mp3");
+    write_mp3(path, sine(500, 0.2, 9000, RATE), RATE);
+    Audio audio;
+    EXPECT_FALSE(audio.load_sfx(8, path.c_str()));
+    EXPECT_FALSE(audio.load_sfx(-1, path.c_str()));
+    ASSERT_TRUE(audio.load_sfx(7, path.c_str()));
+    EXPECT_EQ(audio.sfx_pos[7], audio.sfx_samples[7].size()) << "silent until requested";
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(audio.load_sfx(7, "none.mp3"));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                HasSubstr("load_sfx[7](none.mp3): no samples\n"));
+    EXPECT_FALSE(audio.sfx_samples[7].empty());
+    EXPECT_TRUE(audio.load_music(path.c_str()));
+    audio.music_pos = 99;
+    audio.music_gain = 0.4F;
+    EXPECT_TRUE(audio.load_music(path.c_str()));
+    EXPECT_EQ(audio.music_pos, 0U);
+    EXPECT_EQ(audio.music_gain, 0.4F);
+    EXPECT_FALSE(audio.load_music("none.mp3"));
+    EXPECT_TRUE(audio.music_samples.empty());
+}
+
+TEST(AudioDevice, plays_what_is_asked_for_through_sdl) {
+    TempDir const folder;
+    std::string const path = folder.file("played.raw");
+    Environment const driver("SDL_AUDIODRIVER", "disk");
+    Environment const file("SDL_DISKAUDIOFILE", path);
+    Audio audio;
+    testing::internal::CaptureStderr();
+    ASSERT_TRUE(audio.open());
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), Not(HasSubstr("audio: ")))
+        << "up at the first try says nothing";
+    EXPECT_EQ(audio.sfx_volume[7], 1.0F);
+    audio.request_beep(1000.0F, 0.3F, 1.0F);
+    SDL_Delay(600); // the disk driver plays in real time
+    audio.close();
+    EXPECT_EQ(audio.device, 0U);
+    std::string const bytes = read_file(path);
+    Samples sound(bytes.size() / 2);
+    std::copy_n(bytes.data(), sound.size() * 2, reinterpret_cast<char*>(sound.data()));
+    auto const starts = std::find_if(sound.begin(), sound.end(), [](int x) { return x != 0; });
+    ASSERT_GT(sound.end() - starts, 6615);
+    std::span const beep(&*starts, 6615);
+    EXPECT_NEAR(level_at(beep.subspan(500, 5512), 1000, audio.sample_rate), 9000, 20);
+}
+
+TEST(AudioDevice, no_driver_after_four_seconds_means_a_silent_game) {
+    Environment const driver("SDL_AUDIODRIVER", "no-such-driver");
+    Audio audio;
+    testing::internal::CaptureStderr();
+    Uint32 const start = SDL_GetTicks();
+    EXPECT_FALSE(audio.open());
+    EXPECT_GE(SDL_GetTicks() - start, 4000U);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("Audio disabled: "));
+    EXPECT_EQ(audio.device, 0U);
+    EXPECT_EQ(audio.sample_rate, 22050);
+    audio.close();
+}
+
+// Writes every field that the game writes while a race is on.
+void play_a_frame(Audio& audio, int frame) {
+    for (int car = 0; car < 2; ++car) {
+        CarFeed& feed = audio.car_feed[static_cast<std::size_t>(car)];
+        feed.speed = static_cast<float>(frame % 100) / 100.0F;
+        feed.skidding = frame % 3 == 0;
+        feed.gas = frame % 2 == 0;
+        feed.rumble = frame % 5 == 0 ? 0.6F : 0.0F;
+        feed.volume = 1.0F;
+        if (frame % 7 == car) audio.request_wall_hit(car, 0.8F);
+    }
+    audio.car_sound_active = frame % 50 != 0;
+    audio.car_sound_enabled = frame % 60 != 0;
+    audio.music_playing = frame % 4 != 0;
+    audio.music_volume = 0.5F;
+    audio.music_fade_step = 0.002F;
+    audio.request_sfx(frame % SFX_SLOTS, 0.7F);
+    if (frame % 11 == 0) audio.request_beep(440.0F, 0.05F, 1.0F);
+}
+
+// Of use under the thread sanitizer, which reports any field shared without care.
+TEST(AudioDevice, game_writes_and_loads_while_the_callback_mixes) {
+    TempDir const folder;
+    std::string const path = folder.file("tone.mp3");
+    write_mp3(path, sine(500, 0.2, 9000, RATE), RATE);
+    Audio audio;
+    ASSERT_TRUE(audio.open()); // the dummy driver calls back in real time
+    std::atomic<bool> stop = false;
+    std::thread second_callback([&] { // and this one, far more often
+        std::vector<short> buffer(64);
+        while (!stop) {
+            SDL_LockAudioDevice(audio.device);
+            Audio::callback(&audio, reinterpret_cast<unsigned char*>(buffer.data()), 128);
+            SDL_UnlockAudioDevice(audio.device);
+        }
+    });
+    for (int frame = 0; frame < 3000; ++frame) {
+        play_a_frame(audio, frame);
+        if (frame % 100 == 0) {
+            EXPECT_TRUE(audio.load_music(path.c_str()));
+            EXPECT_TRUE(audio.load_sfx(frame / 100 % SFX_SLOTS, path.c_str()));
+        }
+    }
+    stop = true;
+    second_callback.join();
+    audio.close();
+    EXPECT_NE(audio.sfx_seen[0], 0U);
+    EXPECT_NE(audio.beep_seen, 0U);
+}
+
+} // namespace
