@@ -90,8 +90,15 @@ void take_requests(Audio& audio) {
         if (take_request(audio.sfx_requests[slot], audio.sfx_seen[slot])) audio.sfx_pos[slot] = 0;
 }
 
+// A gain that fades towards zero never arrives, but ends up in numbers so small that processors
+// take several times as long over them. Far below hearing it becomes a plain zero.
+void end_faded_gain(float& gain) {
+    if (std::abs(gain) < 1e-20F) gain = 0.0F;
+}
+
 Buffer begin_buffer(Audio& audio) {
     take_requests(audio);
+    end_faded_gain(audio.music_gain);
     bool const sound_on = audio.car_sound_active && audio.car_sound_enabled;
     Buffer buffer;
     buffer.sample_rate = static_cast<double>(audio.sample_rate);
