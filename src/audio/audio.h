@@ -74,6 +74,7 @@ struct Audio {
     std::uint32_t device = 0;              // the open SDL device, 0 for none
 
     Audio() = default;
+    ~Audio() = default; // frees the arrays, not the device
     Audio(Audio const&) = delete;
     Audio& operator=(Audio const&) = delete;
 
