@@ -1,0 +1,63 @@
+#include "shell/fonts.h"
+#include "support/files.h"
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A game folder whose art/fonts holds the three files that the race asks for.
+void provide_fonts(fs::path const& folder) {
+    fs::path const source = "/usr/share/fonts/truetype/liberation/LiberationMono-Bold.ttf";
+    fs::path const fonts = folder / "art" / "fonts";
+    fs::create_directories(fonts);
+    for (char const* name :
+         {"Montserrat-Black.otf", "LiberationMono-Bold.ttf", "RocketBrush-DYwyW.otf"}) {
+        fs::create_symlink(source, fonts / name);
+    }
+}
+
+} // namespace
+
+TEST(Fonts, OpenAtPhysicalSizeWithAFloor) {
+    TempDir const dir;
+    provide_fonts(dir.path());
+    WorkingDir const here(dir.path());
+    TTF_Init();
+    Fonts fonts;
+    fonts.open_all(2.0);
+    EXPECT_EQ(fonts.phys_scale, 2.0);
+    int doubled = 0;
+    TTF_SizeUTF8(fonts.hud_time, "0000000000", &doubled, nullptr); // mono: 0.6 of 40 pixels each
+    EXPECT_NEAR(doubled, 240, 1);
+    ASSERT_NE(fonts.winner, nullptr);
+
+    fonts.open_all(0.1); // 13, 14 and 20 would come to 1 or 2
+    int smallest = 0;
+    int next = 0;
+    TTF_SizeUTF8(fonts.hud_small, "0000000000", &smallest, nullptr);
+    TTF_SizeUTF8(fonts.hud_time, "0000000000", &next, nullptr);
+    EXPECT_EQ(smallest, next);
+    EXPECT_GE(smallest, 30);
+    fonts.close();
+    EXPECT_EQ(fonts.hud_label, nullptr);
+    EXPECT_EQ(fonts.winner, nullptr);
+}
+
+TEST(FontsDeathTest, AMissingFontStopsTheProgram) {
+    TempDir const dir;
+    provide_fonts(dir.path());
+    fs::remove(dir.path() / "art" / "fonts" / "RocketBrush-DYwyW.otf");
+    WorkingDir const here(dir.path());
+    auto const open = [] {
+        TTF_Init();
+        Fonts fonts;
+        fonts.open_all(1.0);
+    };
+    EXPECT_EXIT(open(), testing::ExitedWithCode(EXIT_FAILURE),
+                "FATAL: cannot open font art/fonts/RocketBrush-DYwyW.otf: .+");
+}
