@@ -1,0 +1,73 @@
+#include "screens/intro_screen.h"
+
+#include "audio/audio.h"
+#include "render/overlays.h"
+#include "render/sdl_handles.h"
+#include "screens/fullscreen.h"
+#include "screens/menu_music.h"
+
+#include <SDL_image.h>
+
+#include <cstdio>
+
+namespace {
+
+struct Intro {
+    TextureHandle picture; // null if it did not load
+    int picture_w = 0;
+    int picture_h = 0;
+    int w = 0; // logical size
+    int h = 0;
+    bool going = true;
+    bool started = false;
+};
+
+void measure_screen(SDL_Renderer* renderer, Intro& intro) {
+    SDL_RenderGetLogicalSize(renderer, &intro.w, &intro.h);
+    if (intro.w <= 0) intro.w = 1280;
+    if (intro.h <= 0) intro.h = 720;
+}
+
+void load_intro_picture(SDL_Renderer* renderer, Intro& intro) {
+    intro.picture.reset(IMG_LoadTexture(renderer, "art/intro.png"));
+    if (intro.picture)
+        SDL_QueryTexture(intro.picture.get(), nullptr, nullptr, &intro.picture_w, &intro.picture_h);
+    else
+        std::fprintf(stderr, "intro image: %s\n", SDL_GetError());
+}
+
+void answer(Intro& intro, bool start) {
+    intro.started = intro.started || start;
+    intro.going = false;
+}
+
+void handle_key(Intro& intro, SDL_Scancode key, SDL_Window* window, bool& fullscreen) {
+    if (key == SDL_SCANCODE_ESCAPE) answer(intro, false);
+    if (key == SDL_SCANCODE_SPACE) answer(intro, true);
+    if (key == SDL_SCANCODE_F11) toggle_fullscreen(window, fullscreen);
+}
+
+void handle_event(Intro& intro, SDL_Event const& event, SDL_Window* window, bool& fullscreen) {
+    if (event.type == SDL_QUIT) answer(intro, false);
+    if (event.type == SDL_MOUSEBUTTONDOWN) answer(intro, true);
+    if (event.type == SDL_KEYDOWN) handle_key(intro, event.key.keysym.scancode, window, fullscreen);
+}
+
+} // namespace
+
+bool run_intro_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, Fonts const& fonts,
+                      bool& fullscreen) {
+    Intro intro;
+    measure_screen(renderer, intro);
+    load_intro_picture(renderer, intro);
+    start_menu_music(audio);
+    do {
+        intro.going = true;
+        SDL_Event event;
+        while (SDL_PollEvent(&event) != 0) handle_event(intro, event, window, fullscreen);
+        render_intro(renderer, intro.picture.get(), intro.picture_w, intro.picture_h, intro.w,
+                     intro.h, fonts, SDL_GetTicks());
+    } while (intro.going);
+    if (!intro.started) audio.music_playing = false;
+    return intro.started;
+}

@@ -1,0 +1,36 @@
+#include "screens/menu_label.h"
+
+#include <algorithm>
+#include <cmath>
+
+double menu_scale(SDL_Renderer* renderer) {
+    int logical_h = 0;
+    int output_h = 0;
+    SDL_RenderGetLogicalSize(renderer, nullptr, &logical_h);
+    SDL_GetRendererOutputSize(renderer, nullptr, &output_h);
+    return logical_h > 0 ? static_cast<double>(output_h) / logical_h : 1.0;
+}
+
+int menu_font_size(double design, double scale) {
+    return std::max(1, static_cast<int>(std::lround(design * scale)));
+}
+
+MenuLabel make_label(SDL_Renderer* renderer, double scale, TTF_Font* font, char const* text,
+                     SDL_Color colour) {
+    MenuLabel label;
+    if (font == nullptr) return label;
+    SurfaceHandle const surface(TTF_RenderUTF8_Blended(font, text, colour));
+    if (!surface) return label;
+    label.tex.reset(SDL_CreateTextureFromSurface(renderer, surface.get()));
+    if (!label.tex) return label;
+    label.w = static_cast<int>(std::lround(surface->w / scale));
+    label.h = static_cast<int>(std::lround(surface->h / scale));
+    return label;
+}
+
+void draw_label(SDL_Renderer* renderer, MenuLabel const& label, int x, int y, SDL_Color tint) {
+    if (!label.tex) return;
+    SDL_SetTextureColorMod(label.tex.get(), tint.r, tint.g, tint.b);
+    SDL_Rect const target{x, y, label.w, label.h};
+    SDL_RenderCopy(renderer, label.tex.get(), nullptr, &target);
+}

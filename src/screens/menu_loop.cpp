@@ -1,0 +1,153 @@
+#include "screens/menu_loop.h"
+
+#include "audio/audio.h"
+#include "screens/menu_render.h"
+#include "screens/menu_screen.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr float HELP_MS = 320.0F;         // each way between menu and help, half of it to black
+constexpr unsigned ENGINE_AT_MS = 450;    // the engine starts, times since the launch
+constexpr unsigned FADE_AT_MS = 1450;     // the screen begins to go black
+constexpr unsigned LAUNCHED_AT_MS = 1950; // the race begins
+constexpr double MUSIC_FADE_S = 3.0;
+constexpr int DOOR_SLOT = 0;
+constexpr int ENGINE_SLOT = 1;
+
+bool points_at_help(MenuScreen const& menu, unsigned now) {
+    return menu.screen_phase == ScreenPhase::MENU && cursor_shows(menu.cursor, now) &&
+           inside(help_button_box(menu.help_label, menu_view(menu.W, menu.H)), menu.cursor.x,
+                  menu.cursor.y);
+}
+
+void draw_menu_frame(MenuScreen& menu, float fade, unsigned now) {
+    TrackFactors const factors = track_factors(menu.tracks, now);
+    render_menu(menu.renderer, menu.header, menu.header_w, menu.header_h, menu.W, menu.H,
+                menu.heading_mode, menu.heading_names, menu.heading_tracks, menu.mode, menu.names,
+                menu.tracks.thumbs, menu.tracks.selected_row, menu.tracks.have_best, menu.start,
+                menu.tracks.selected_track != 0, menu.credits, menu.cursor, menu.sparkle, now,
+                menu.help_label, menu.help_ring, points_at_help(menu, now), fade, factors.extra,
+                factors.slide, factors.extra_alpha, factors.swap_t, factors.from_rects);
+}
+
+void draw_help(MenuScreen& menu, float alpha) {
+    render_help_screen(menu.renderer, menu.W, menu.H, menu.help_page, alpha);
+}
+
+void draw_to_help(MenuScreen& menu, float t, unsigned now) {
+    if (t >= 1.0F) {
+        draw_help(menu, 1.0F);
+        menu.screen_phase = ScreenPhase::HELP;
+    } else if (t < 0.5F) {
+        draw_menu_frame(menu, 2.0F * t, now);
+    } else {
+        draw_help(menu, (t - 0.5F) * 2.0F);
+    }
+}
+
+void draw_from_help(MenuScreen& menu, float t, unsigned now) {
+    if (t >= 1.0F) {
+        draw_menu_frame(menu, 0.0F, now);
+        menu.screen_phase = ScreenPhase::MENU;
+    } else if (t < 0.5F) {
+        draw_help(menu, 1.0F - 2.0F * t);
+    } else {
+        draw_menu_frame(menu, 1.0F - (t - 0.5F) * 2.0F, now);
+    }
+}
+
+void menu_frame(MenuScreen& menu) {
+    menu.running = true;
+    SDL_Event event;
+    while (SDL_PollEvent(&event) != 0) handle_menu_event(menu, event, SDL_GetTicks());
+    unsigned const now = SDL_GetTicks();
+    float const fade = advance_launch(menu, now);
+    draw_menu_phase(menu, fade, now);
+}
+
+template <typename T>
+void give(T* out, T const& value) {
+    if (out != nullptr) *out = value;
+}
+
+void leave_menu(MenuScreen const& menu) {
+    SDL_StopTextInput();
+    save_player_names(menu.names.fields[0].text, menu.names.fields[1].text);
+    SDL_SetRelativeMouseMode(SDL_FALSE);
+    menu.audio->music_playing = false;
+    release_bg_gradient();
+}
+
+} // namespace
+
+void start_launch(MenuScreen& menu, unsigned now) {
+    if (menu.launch.launch_at != 0) return;
+    menu.launch.launch_at = menu.start.pressed_at = now;
+    Audio& audio = *menu.audio;
+    audio.request_sfx(DOOR_SLOT, 1.0F);
+    int const rate = audio.sample_rate > 0 ? audio.sample_rate : 22050;
+    audio.music_fade_step = static_cast<float>(4.6 / (rate * MUSIC_FADE_S));
+    audio.music_playing = false;
+}
+
+float advance_launch(MenuScreen& menu, unsigned now) {
+    MenuLaunch& launch = menu.launch;
+    if (launch.launch_at == 0) return 0.0F;
+    unsigned const elapsed = now - launch.launch_at;
+    if (elapsed >= ENGINE_AT_MS && !launch.engine_played) {
+        menu.audio->request_sfx(ENGINE_SLOT, 0.8F);
+        launch.engine_played = true;
+    }
+    if (elapsed >= LAUNCHED_AT_MS) {
+        menu.running = false;
+        launch.started = true;
+    }
+    if (elapsed <= FADE_AT_MS) return 0.0F;
+    return std::min(1.0F, static_cast<float>(elapsed - FADE_AT_MS) /
+                              static_cast<float>(LAUNCHED_AT_MS - FADE_AT_MS));
+}
+
+void draw_menu_phase(MenuScreen& menu, float fade, unsigned now) {
+    float const t = std::min(1.0F, static_cast<float>(now - menu.help_at) / HELP_MS);
+    switch (menu.screen_phase) {
+    case ScreenPhase::MENU:
+        draw_menu_frame(menu, fade, now);
+        break;
+    case ScreenPhase::TO_HELP:
+        draw_to_help(menu, t, now);
+        break;
+    case ScreenPhase::HELP:
+        draw_help(menu, 1.0F);
+        break;
+    case ScreenPhase::FROM_HELP:
+        draw_from_help(menu, t, now);
+        break;
+    }
+}
+
+bool run_menu_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, bool& fullscreen,
+                     bool load_music, int* mode_out, int* laps_out, int* track_out,
+                     bool* started_out, std::string* red_name_out, std::string* blue_name_out,
+                     bool open_help) {
+    MenuScreen menu;
+    menu.window = window;
+    menu.renderer = renderer;
+    menu.audio = &audio;
+    menu.fullscreen = &fullscreen;
+    if (open_help) menu.screen_phase = ScreenPhase::HELP;
+    set_up_menu(menu, load_music);
+    do {
+        menu_frame(menu);
+    } while (menu.running);
+    leave_menu(menu);
+    auto const lap_index = static_cast<std::size_t>(std::clamp(menu.mode.lap_index, 0, 2));
+    give(mode_out, menu.mode.selected);
+    give(laps_out, LAP_COUNTS[lap_index]);
+    give(track_out, menu.tracks.selected_track);
+    give(started_out, menu.launch.started);
+    give(red_name_out, menu.names.fields[0].text);
+    give(blue_name_out, menu.names.fields[1].text);
+    return menu.launch.started;
+}

@@ -1,0 +1,83 @@
+#pragma once
+
+// Everything that the menu's loop works on, and the steps of the loop. The record is plain so that
+// each step can be called by itself: events, time and the renderer all come from outside.
+
+#include "render/sdl_handles.h"
+#include "screens/help_screen.h"
+#include "screens/menu_model.h"
+#include "screens/menu_tracks.h"
+#include "screens/name_field.h"
+#include "screens/sparkle.h"
+
+#include <SDL.h>
+
+#include <cstdint>
+#include <string>
+
+struct Audio;
+
+enum class ScreenPhase { MENU, TO_HELP, HELP, FROM_HELP };
+
+// A launch can't be taken back: the music fades, the engine starts, the screen goes black.
+struct MenuLaunch {
+    std::uint32_t launch_at = 0; // tick of the launch, 0 while none runs
+    bool engine_played = false;
+    bool started = false; // it has run to its end
+};
+
+struct MenuScreen {
+    // Lent by the caller.
+    SDL_Window* window = nullptr;
+    SDL_Renderer* renderer = nullptr;
+    Audio* audio = nullptr;
+    bool* fullscreen = nullptr;
+
+    // The screen as it was found at the start.
+    int W = 0; // logical size
+    int H = 0;
+    int output_w = 0; // real pixels
+    int output_h = 0;
+    double menu_scale = 1.0; // output pixels per logical pixel
+    double gain_x = 4.0;     // logical pixels per unit of relative mouse motion
+    double gain_y = 4.0;
+
+    // What it shows.
+    TextureHandle header; // the title art
+    int header_w = 0;
+    int header_h = 0;
+    SparkleFx sparkle;
+    MenuLabel heading_mode;
+    MenuLabel heading_names;
+    MenuLabel heading_tracks;
+    MenuLabel credits;
+    MenuLabel help_label;
+    TextureHandle help_ring;
+    FontHandle mode_font;  // also of the name fields
+    FontHandle small_font; // of the thumbnails
+    GameMode mode;
+    PlayerNames names;
+    MenuTracks tracks;
+    StartButton start;
+    MenuCursor cursor;
+    KeyboardTex help_page;
+
+    // Where it stands.
+    ScreenPhase screen_phase = ScreenPhase::MENU;
+    std::uint32_t help_at = 0; // tick at which TO_HELP or FROM_HELP began
+    MenuLaunch launch;
+    bool running = true; // false at the end of a frame ends the loop
+};
+
+// Loads and renders all that the menu shows. What is missing is reported and left out.
+void set_up_menu(MenuScreen& menu, bool load_music);
+ThumbMaker thumb_maker(MenuScreen const& menu);
+
+// One event, at the time that it is handled.
+void handle_menu_event(MenuScreen& menu, SDL_Event const& event, unsigned now);
+// Nothing while a launch runs.
+void start_launch(MenuScreen& menu, unsigned now);
+// Once a frame. The result is how far the screen has gone to black, 0..1.
+float advance_launch(MenuScreen& menu, unsigned now);
+// Draws the frame of the phase and moves the phase on when its time has run.
+void draw_menu_phase(MenuScreen& menu, float fade, unsigned now);

@@ -1,0 +1,230 @@
+// What the menu makes and loads before its first frame. Each step leaves out what it cannot have.
+
+#include "audio/audio.h"
+#include "render/image.h"
+#include "screens/edge_points.h"
+#include "screens/menu_art.h"
+#include "screens/menu_music.h"
+#include "screens/menu_screen.h"
+#include "world/track_file.h"
+
+#include <SDL_image.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr SDL_Color WHITE{255, 255, 255, 255};
+constexpr SDL_Color HEADING{210, 225, 255, 255};
+constexpr double CURSOR_HEIGHT = 0.035; // share of the output's height
+constexpr double START_SPARE = 1.2;     // the button's art is larger than at rest, to grow sharply
+constexpr double MOUSE_GAIN = 4.0;
+
+constexpr char const* CREDITS =
+    "Programming - Zorvan          Music - Quillby          "
+    "Art - Maplewick/Tandra          Prompting and Level Design - Gadget and Pixie Ostrel";
+
+// A font of the menu: its size in logical pixels and where it may lie.
+struct MenuFont {
+    double size;
+    char const* first;
+    char const* second;
+};
+
+constexpr MenuFont HEADING_FONT{
+    21.25, "art/fonts/StarJediOutline-y0xm.ttf",
+    "art/fonts/.extracted/star-jedi-outline-font/StarJediOutline-y0xm.ttf"};
+constexpr MenuFont MODE_FONT{18.0, "art/fonts/Quango-xlVR.otf",
+                             "art/fonts/.extracted/quango-font/Quango-xlVR.otf"};
+constexpr MenuFont CREDITS_FONT{
+    11.0, "art/fonts//Montserrat-SemiBoldItalic.otf",
+    "/usr/share/fonts/harbourtype-montserrat-fonts/Montserrat-SemiBold.otf"};
+constexpr MenuFont SMALL_FONT{12.0, MODE_FONT.first, MODE_FONT.second};
+
+FontHandle open_font(MenuFont const& font, double scale) {
+    int const size = menu_font_size(font.size, scale);
+    FontHandle opened(TTF_OpenFont(font.first, size));
+    if (!opened) opened.reset(TTF_OpenFont(font.second, size));
+    return opened;
+}
+
+void report(char const* what) {
+    std::fprintf(stderr, "%s: %s\n", what, SDL_GetError());
+}
+
+MenuLabel label(MenuScreen const& menu, FontHandle const& font, char const* text,
+                SDL_Color colour = WHITE) {
+    return make_label(menu.renderer, menu.menu_scale, font.get(), text, colour);
+}
+
+void load_header(MenuScreen& menu) {
+    SurfaceHandle const picture(IMG_Load("art/menu_header_alpha.png"));
+    if (!picture) {
+        report("menu header image");
+        return;
+    }
+    menu.header_w = picture->w;
+    menu.header_h = picture->h;
+    menu.sparkle.points = build_edge_points(picture.get());
+    menu.header.reset(SDL_CreateTextureFromSurface(menu.renderer, picture.get()));
+    if (!menu.header) report("menu header image");
+}
+
+void prepare_sparkles(MenuScreen& menu) {
+    menu.sparkle.star = make_sparkle_star(menu.renderer);
+    std::srand(SDL_GetTicks());
+}
+
+void measure_screen(MenuScreen& menu) {
+    SDL_RenderGetLogicalSize(menu.renderer, &menu.W, &menu.H);
+    SDL_GetRendererOutputSize(menu.renderer, &menu.output_w, &menu.output_h);
+    menu.menu_scale = menu_scale(menu.renderer);
+}
+
+void make_headings(MenuScreen& menu) {
+    FontHandle const font = open_font(HEADING_FONT, menu.menu_scale);
+    if (!font) report("menu heading font");
+    menu.heading_mode = label(menu, font, "game mode", HEADING);
+    menu.heading_names = label(menu, font, "player names", HEADING);
+    menu.heading_tracks = label(menu, font, "track selection", HEADING);
+}
+
+void make_mode_labels(MenuScreen& menu) {
+    menu.mode_font = open_font(MODE_FONT, menu.menu_scale);
+    if (menu.mode_font)
+        TTF_SetFontKerning(menu.mode_font.get(), 0);
+    else
+        report("menu game-mode font");
+    menu.mode.practice = label(menu, menu.mode_font, "Practice");
+    menu.mode.race = label(menu, menu.mode_font, "Race");
+    menu.mode.arrow = label(menu, menu.mode_font, "»");
+    menu.mode.laps_caption = label(menu, menu.mode_font, "—   laps:");
+    for (std::size_t i = 0; i < LAP_COUNTS.size(); ++i)
+        menu.mode.lap_options[i] =
+            label(menu, menu.mode_font, std::to_string(LAP_COUNTS[i]).c_str());
+    menu.names.red_label = label(menu, menu.mode_font, "red:");
+    menu.names.blue_label = label(menu, menu.mode_font, "blue:");
+    menu.help_label = label(menu, menu.mode_font, "?");
+    menu.help_ring =
+        make_help_ring(menu.renderer, help_button_size(menu.help_label), menu.menu_scale);
+}
+
+void make_credits(MenuScreen& menu) {
+    FontHandle const font = open_font(CREDITS_FONT, menu.menu_scale);
+    if (!font) report("menu credits font");
+    menu.credits = label(menu, font, CREDITS);
+}
+
+void fill_names(MenuScreen& menu) {
+    auto names = load_player_names();
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        NameField& field = menu.names.fields[i];
+        field.text = std::move(names[i]);
+        field.cursor = static_cast<int>(field.text.size());
+        refresh_field(field, menu.mode_font.get(), menu.renderer);
+    }
+}
+
+// Trimmed art as a texture with linear scaling; its pixel size goes to `w` and `h`.
+TextureHandle load_art(MenuScreen const& menu, char const* path,
+                       std::function<int(int)> const& target_height, int* w, int* h) {
+    SurfaceHandle const picture = load_trimmed_art(path, target_height);
+    if (!picture) return nullptr;
+    TextureHandle texture(SDL_CreateTextureFromSurface(menu.renderer, picture.get()));
+    if (!texture) return texture;
+    SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
+    *w = picture->w;
+    *h = picture->h;
+    return texture;
+}
+
+void load_cursor(MenuScreen& menu) {
+    auto const height = [&menu](int art_h) {
+        int const screen_h = menu.output_h > 0 ? menu.output_h : art_h;
+        return std::max(1, static_cast<int>(std::lround(CURSOR_HEIGHT * screen_h)));
+    };
+    MenuCursor& cursor = menu.cursor;
+    cursor.x = static_cast<float>(menu.W) / 2.0F;
+    cursor.y = static_cast<float>(menu.H) / 2.0F;
+    cursor.tex = load_art(menu, "art/mouse2b.png", height, &cursor.src.w, &cursor.src.h);
+    if (!cursor.tex) report("cursor art/mouse2b.png");
+}
+
+void load_start_button(MenuScreen& menu) {
+    auto const height = [&menu](int) {
+        auto const rest = static_cast<double>(static_cast<float>(menu.H * 0.08));
+        return std::max(1, static_cast<int>(std::lround(rest * menu.menu_scale * START_SPARE)));
+    };
+    int w = 0;
+    int h = 0;
+    menu.start.tex = load_art(menu, "art/start_racing4.png", height, &w, &h);
+    if (!menu.start.tex) {
+        report("start button art/start_racing4.png");
+        return;
+    }
+    SDL_SetTextureBlendMode(menu.start.tex.get(), SDL_BLENDMODE_BLEND);
+    menu.start.aspect = static_cast<double>(w) / h;
+}
+
+void make_thumbnails(MenuScreen& menu) {
+    menu.small_font = open_font(SMALL_FONT, menu.menu_scale);
+    if (menu.small_font) TTF_SetFontKerning(menu.small_font.get(), 1);
+    auto const pictures = discover_track_pngs();
+    for (int slot = 1; slot <= ROW_SLOTS; ++slot) {
+        std::string const& picture = pictures[static_cast<std::size_t>(slot)];
+        if (picture.empty()) continue;
+        TrackThumb thumb;
+        if (build_track_thumb(thumb_maker(menu), slot, picture, thumb))
+            menu.tracks.thumbs.push_back(std::move(thumb));
+        else
+            report(("track thumbnail " + picture).c_str());
+    }
+}
+
+void find_tracks(MenuTracks& tracks) {
+    auto const files = discover_tracks();
+    for (std::size_t slot = 1; slot < files.size(); ++slot)
+        tracks.has_track[slot] = !files[slot].empty();
+}
+
+void load_sounds(Audio& audio, bool load_music) {
+    audio.music_volume = 0.6F;
+    if (load_music) start_menu_music(audio);
+    audio.load_sfx(0, "sounds/hollowreed-car-door-shut-297266.mp3");
+    audio.load_sfx(1, "sounds/emberworks-car-engine-372477.mp3");
+}
+
+void take_the_mouse(MenuScreen& menu) {
+    if (menu.output_w > 0) menu.gain_x = MOUSE_GAIN * menu.W / menu.output_w;
+    if (menu.output_h > 0) menu.gain_y = MOUSE_GAIN * menu.H / menu.output_h;
+    SDL_SetRelativeMouseMode(SDL_TRUE);
+    SDL_StopTextInput();
+}
+
+} // namespace
+
+ThumbMaker thumb_maker(MenuScreen const& menu) {
+    return {menu.renderer, menu.menu_scale, menu.small_font.get(),
+            menu.tracks.have_best ? &menu.tracks.best : nullptr};
+}
+
+void set_up_menu(MenuScreen& menu, bool load_music) {
+    load_header(menu);
+    prepare_sparkles(menu);
+    measure_screen(menu);
+    make_headings(menu);
+    make_mode_labels(menu);
+    make_credits(menu);
+    fill_names(menu);
+    load_cursor(menu);
+    menu.tracks.have_best = load_best_laps(menu.tracks.best);
+    make_thumbnails(menu);
+    find_tracks(menu.tracks);
+    load_start_button(menu);
+    load_sounds(*menu.audio, load_music);
+    menu.sparkle.intro_at = SDL_GetTicks();
+    take_the_mouse(menu);
+}

@@ -1,0 +1,136 @@
+#include "screens/name_field.h"
+
+#include "records/best_laps.h"
+#include "records/file_handle.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+
+namespace {
+
+constexpr char const* NAMES_FILE = "last_player_names.txt";
+constexpr SDL_Color WHITE{255, 255, 255, 255};
+
+bool is_continuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+std::size_t caret(NameField const& field) {
+    return static_cast<std::size_t>(std::max(0, field.cursor));
+}
+
+std::size_t previous_code_point(std::string const& text, std::size_t at) {
+    if (at == 0) return 0;
+    --at;
+    while (at > 0 && is_continuation(text[at])) --at;
+    return at;
+}
+
+std::size_t next_code_point(std::string const& text, std::size_t at) {
+    if (at >= text.size()) return text.size();
+    ++at;
+    while (at < text.size() && is_continuation(text[at])) ++at;
+    return at;
+}
+
+void clear_field(NameField& field) {
+    field.text.clear();
+    field.cursor = 0;
+}
+
+void delete_before(NameField& field) {
+    std::size_t const from = previous_code_point(field.text, caret(field));
+    field.text.erase(from, caret(field) - from);
+    field.cursor = static_cast<int>(from);
+}
+
+void delete_at(NameField& field) {
+    std::size_t const end = next_code_point(field.text, caret(field));
+    field.text.erase(caret(field), end - caret(field));
+}
+
+// One line of the file without the blanks around it. False at the end of the file.
+bool read_name(std::FILE* file, std::string& name) {
+    std::array<char, 256> line{};
+    if (std::fgets(line.data(), static_cast<int>(line.size()), file) == nullptr) return false;
+    name = line.data();
+    name.erase(name.find_last_not_of("\t\n\r ") + 1);
+    name.erase(0, std::min(name.find_first_not_of("\t "), name.size()));
+    return true;
+}
+
+} // namespace
+
+int count_code_points(std::string_view text) {
+    return static_cast<int>(
+        std::count_if(text.begin(), text.end(), [](char byte) { return !is_continuation(byte); }));
+}
+
+bool insert_text(NameField& field, std::string_view typed) {
+    if (count_code_points(field.text) + count_code_points(typed) > MAX_NAME_LENGTH) return false;
+    field.text.insert(caret(field), typed);
+    field.cursor += static_cast<int>(typed.size());
+    return true;
+}
+
+bool edit_field(NameField& field, SDL_Keysym const& key) {
+    bool const ctrl = (key.mod & KMOD_CTRL) != 0;
+    switch (key.sym) {
+    case SDLK_HOME:
+        field.cursor = 0;
+        return true;
+    case SDLK_END:
+        field.cursor = static_cast<int>(field.text.size());
+        return true;
+    case SDLK_LEFT:
+        field.cursor = static_cast<int>(previous_code_point(field.text, caret(field)));
+        return true;
+    case SDLK_RIGHT:
+        field.cursor = static_cast<int>(next_code_point(field.text, caret(field)));
+        return true;
+    case SDLK_BACKSPACE:
+        ctrl ? clear_field(field) : delete_before(field);
+        return true;
+    case SDLK_DELETE:
+        delete_at(field);
+        return true;
+    case SDLK_k:
+        if (ctrl) clear_field(field);
+        return ctrl;
+    default:
+        return false;
+    }
+}
+
+void refresh_field(NameField& field, TTF_Font* font, SDL_Renderer* renderer) {
+    field.tex.reset();
+    field.w = field.h = field.caret_x = 0;
+    if (font == nullptr) return;
+    field.h = TTF_FontHeight(font);
+    if (!field.text.empty()) {
+        SurfaceHandle const surface(TTF_RenderUTF8_Blended(font, field.text.c_str(), WHITE));
+        if (surface) field.tex.reset(SDL_CreateTextureFromSurface(renderer, surface.get()));
+        if (field.tex) {
+            field.w = surface->w;
+            field.h = surface->h;
+        }
+    }
+    if (field.cursor < 1) return;
+    std::string const before = field.text.substr(0, caret(field));
+    TTF_SizeUTF8(font, before.c_str(), &field.caret_x, nullptr);
+}
+
+std::array<std::string, 2> load_player_names() {
+    std::array<std::string, 2> defaults{"Pixie", "Gadget"};
+    FileHandle const file(std::fopen(pref_path(NAMES_FILE).c_str(), "r"));
+    if (!file) return defaults;
+    std::array<std::string, 2> names;
+    bool const both = read_name(file.get(), names[0]) && read_name(file.get(), names[1]);
+    return both && !names[0].empty() && !names[1].empty() ? names : defaults;
+}
+
+void save_player_names(std::string const& red, std::string const& blue) {
+    FileHandle const file(std::fopen(pref_path(NAMES_FILE).c_str(), "w"));
+    if (file) std::fprintf(file.get(), "%s\n%s\n", red.c_str(), blue.c_str());
+}
