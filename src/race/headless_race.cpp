@@ -35,7 +35,7 @@ void note_step(HeadlessLog& log, Player const& player, int laps_before, std::uin
     double const moved =
         std::hypot(player.car.x - player.prev_car.x, player.car.y - player.prev_car.y);
     if (player.input.gas && moved < STUCK_STEP) log.stuck_seconds += 1.0 / STEPS_PER_SECOND;
-    log.wall_hits = static_cast<int>(hits);
+    log.hits = static_cast<int>(hits);
     log.top_speed = std::max(log.top_speed, player.car.speed);
 }
 

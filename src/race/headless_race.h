@@ -25,8 +25,8 @@ struct HeadlessSetup {
 struct HeadlessLog {
     std::vector<std::uint32_t> lap_ms; // one entry for each completed lap
     double stuck_seconds = 0.0;        // simulated time in which the AI wanted to go and did not
-    int wall_hits = 0;
-    double top_speed = 0.0; // cells per tick
+    int hits = 0;                      // on walls and, in arcade mode, on the other car
+    double top_speed = 0.0;            // cells per tick
 };
 
 struct HeadlessRace {
