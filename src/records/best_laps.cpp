@@ -1,6 +1,7 @@
 #include "records/best_laps.h"
 
 #include "records/file_handle.h"
+#include "records/printed.h"
 #include "records/replace_file.h"
 
 #include <SDL.h>
@@ -61,11 +62,8 @@ TableRead read_table(BestLapTable& table) {
 }
 
 std::string entry_line(int slot, BestEntry const& entry) {
-    std::array<char, 400> text{}; // the largest double has 309 digits before the point
-    int const length = std::snprintf(text.data(), text.size(), "%d: %.3f", slot, entry.seconds);
-    std::string line(text.data(), static_cast<std::size_t>(length));
-    if (!entry.trace_file.empty()) line += " " + entry.trace_file;
-    return line + "\n";
+    std::string const ghost = entry.trace_file.empty() ? "" : " " + entry.trace_file;
+    return printed("%d: %.3f", slot, entry.seconds) + ghost + "\n";
 }
 
 std::string table_text(BestLapTable const& table) {

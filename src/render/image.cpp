@@ -1,5 +1,7 @@
 #include "render/image.h"
 
+#include "render/picture_size.h"
+
 #include <SDL_image.h>
 
 #include <algorithm>
@@ -90,6 +92,11 @@ SurfaceHandle to_pixel_format(SDL_Surface* surface) {
 }
 
 SurfaceHandle load_picture(char const* path) {
+    SDL_Point const size = picture_size(path);
+    if (size.x < 1 || size.y < 1 || std::int64_t{size.x} * size.y > MAX_PICTURE_PIXELS) {
+        SDL_SetError("%s: no picture, or too large (%d x %d)", path, size.x, size.y);
+        return {};
+    }
     SurfaceHandle const loaded(IMG_Load(path));
     return to_pixel_format(loaded.get());
 }

@@ -10,6 +10,9 @@
 // The one format that all our pixel loops work in: red in the lowest byte of a 32-bit value.
 constexpr std::uint32_t PIXEL_FORMAT = SDL_PIXELFORMAT_ABGR8888;
 
+// 8192 x 8192, the largest texture of many GPUs: 256 MiB decoded.
+constexpr std::int64_t MAX_PICTURE_PIXELS = std::int64_t{1} << 26;
+
 // Holds a surface's pixels in reach for as long as the object lives; false if locking failed.
 class PixelLock {
 public:
@@ -35,7 +38,8 @@ inline std::uint32_t* pixel_row(SDL_Surface* surface, int y) {
 
 // A copy of `surface` in PIXEL_FORMAT; null if it is null or conversion fails.
 SurfaceHandle to_pixel_format(SDL_Surface* surface);
-// IMG_Load and to_pixel_format; null on failure, with SDL_GetError set.
+// IMG_Load and to_pixel_format; null on failure, with SDL_GetError set. Only PNG, JPEG and BMP are
+// taken, of at most MAX_PICTURE_PIXELS, so that no damaged head asks for all memory.
 SurfaceHandle load_picture(char const* path);
 
 // The exact area average, weighted by alpha so that transparent pixels lend no colour to an edge.

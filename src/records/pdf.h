@@ -1,0 +1,47 @@
+#pragma once
+
+// A writer of PDF 1.4 files with A4 pages, text in two fonts and JPEG pictures: a list of object
+// bodies, framed with numbers, a cross-reference table and a trailer when it is written. Positions
+// are in points from the page's lower left corner.
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+constexpr double PDF_PAGE_WIDTH = 595.0;
+constexpr double PDF_PAGE_HEIGHT = 842.0;
+
+// Puts a backslash in front of parentheses and backslashes. All other bytes stand, and are read in
+// WinAnsi encoding.
+std::string esc_pdf_text(std::string const& s);
+
+class Pdf {
+public:
+    // Reserves the catalog (1) and the page tree (2) and adds the fonts (3 and 4).
+    Pdf();
+
+    // The body of object number i + 1; may hold binary data. Numbers never change.
+    std::vector<std::string> objs;
+
+    // Both return the number of the new object. Pages appear in the order in which they are added,
+    // and show those images that their commands place.
+    int add_image(std::span<std::uint8_t const> jpeg, int width, int height);
+    int add_page(std::string const& commands, std::vector<int> const& images);
+
+    // The commands of a page.
+    [[nodiscard]] std::string text_cmd(double x, double y, std::string const& text, double size,
+                                       bool bold) const;
+    [[nodiscard]] std::string frame_cmd(double x, double y, double w, double h) const;
+    [[nodiscard]] std::string image_cmd(double x, double y, double w, double h, int image) const;
+
+    // Fills the catalog and the page tree and writes the file. False if it cannot be opened; a
+    // disk that fills up on the way is not noticed.
+    bool write(std::string const& path);
+
+private:
+    int add(std::string body);
+    void fill_tree();
+
+    std::vector<int> pages_; // object numbers
+};

@@ -1,0 +1,233 @@
+// The report as a reader sees it: files on disk in, PDF out, judged by qpdf and poppler.
+
+#include "records/best_laps.h"
+#include "records/ghost_trace.h"
+#include "records/highscore_report.h"
+#include "records/printed.h"
+#include "support/canvas.h"
+#include "support/files.h"
+
+#include <SDL_image.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <numbers>
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+using testing::HasSubstr;
+using testing::Not;
+using testing::internal::CaptureStderr;
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStderr;
+using testing::internal::GetCapturedStdout;
+
+namespace {
+
+std::string output_of(std::string const& command) {
+    std::FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+    std::string output;
+    std::array<char, 4096> block{};
+    while (std::size_t const count = std::fread(block.data(), 1, block.size(), pipe)) {
+        output.append(block.data(), count);
+    }
+    int const status = pclose(pipe);
+    return status == 0 ? output : output + "\n[failed: " + command + "]";
+}
+
+// A folder to run in, with tracks to lay down, and a table of records of its own.
+class Report : public testing::Test {
+protected:
+    void SetUp() override { clear_records(); }
+    void TearDown() override { clear_records(); }
+
+    static void clear_records() {
+        for (auto const& entry : fs::directory_iterator(pref_path(""))) fs::remove_all(entry);
+    }
+
+    static void lay_track(std::string const& name, int w = 0, int h = 0) {
+        fs::create_directory("tracks");
+        write_file("tracks/" + name + ".trk", "80 60\n....\n");
+        if (w == 0) return;
+        SurfaceHandle const picture = make_surface(w, h, {40, 120, 60, 255});
+        ASSERT_EQ(IMG_SavePNG(picture.get(), ("tracks/" + name + ".png").c_str()), 0);
+    }
+
+    // A round of the grid of 80 x 60 cells.
+    static void lay_ghost(std::string const& file) {
+        std::vector<CarState> lap(4000);
+        for (std::size_t i = 0; i < lap.size(); ++i) {
+            double const turn = static_cast<double>(i) / 4000.0 * 2.0 * std::numbers::pi;
+            lap[i].x = 40.0 + 30.0 * std::cos(turn);
+            lap[i].y = 30.0 + 20.0 * std::sin(turn);
+        }
+        ASSERT_TRUE(save_ghost_trace(pref_path(file.c_str()), lap, 10));
+    }
+
+    static std::string write_report(std::string const& name, bool expected = true) {
+        CaptureStdout();
+        CaptureStderr();
+        EXPECT_EQ(write_highscore_pdf(name, "out.pdf"), expected);
+        std::string const out = GetCapturedStdout();
+        return out + GetCapturedStderr();
+    }
+
+    static void expect_valid() {
+        EXPECT_THAT(output_of("qpdf --check out.pdf"), HasSubstr("No syntax or stream encoding"));
+    }
+
+    static std::string text(int page) {
+        return output_of("pdftotext -layout -f " + std::to_string(page) + " -l " +
+                         std::to_string(page) + " out.pdf -");
+    }
+
+    // The page as poppler draws it, at one pixel a point.
+    static SurfaceHandle draw(int page) {
+        output_of("pdftoppm -r 72 -png -singlefile -f " + std::to_string(page) + " out.pdf page");
+        SurfaceHandle const drawn(IMG_Load("page.png"));
+        return SurfaceHandle(SDL_ConvertSurfaceFormat(drawn.get(), SDL_PIXELFORMAT_ABGR8888, 0));
+    }
+
+    TempDir const dir;
+    WorkingDir const here{dir.path()};
+};
+
+bool is_red(SDL_Color c) {
+    return c.r > 180 && c.g < 80 && c.b < 80;
+}
+
+int count_red(SDL_Surface const* page, SDL_Rect area) {
+    int count = 0;
+    for (int y = area.y; y < area.y + area.h; ++y) {
+        for (int x = area.x; x < area.x + area.w; ++x) {
+            if (is_red(surface_pixel(page, x, y))) ++count;
+        }
+    }
+    return count;
+}
+
+} // namespace
+
+TEST_F(Report, PrintsOneTrackAtTheTopLeft) {
+    lay_track("3_old_harbour", 400, 300);
+    lay_ghost("ann.trace");
+    write_file(pref_path("best_lap_times.txt"), "[Ann]\n3: 41.25 ann.trace\n0: 1\n12: 2\n");
+    EXPECT_EQ(write_report("Ann"), "Wrote out.pdf (1 track) for \"Ann\"\n");
+    expect_valid();
+    std::string const words = text(1);
+    EXPECT_THAT(words, HasSubstr("Ann \u2014 Brindle Run High Scores"));
+    EXPECT_THAT(words, testing::ContainsRegex("best lap times  ?20[0-9]{2}-[01][0-9]-[0-3][0-9]"));
+    EXPECT_THAT(words, HasSubstr("old harbour"));
+    EXPECT_THAT(words, HasSubstr("41.250 s"));
+    EXPECT_THAT(words, Not(HasSubstr("preview")));
+    EXPECT_THAT(output_of("pdfinfo out.pdf"), HasSubstr("595 x 842 pts (A4)"));
+
+    // 400 x 300 is limited by the height: 200 x 150, centred at 162.75, its top at 842 - 738.
+    SurfaceHandle const page = draw(1);
+    ASSERT_NE(page, nullptr);
+    SDL_Color const grass = surface_pixel(page.get(), 70, 110);
+    EXPECT_NEAR(grass.g, 120, 6);
+    EXPECT_EQ(surface_pixel(page.get(), 60, 110).g, 255);
+    EXPECT_EQ(surface_pixel(page.get(), 70, 100).g, 255);
+    // The lap's rightmost point: cell (70, 30), 175 by 75 points into the picture.
+    EXPECT_GT(count_red(page.get(), {235, 170, 6, 18}), 15);
+    EXPECT_EQ(count_red(page.get(), {100, 160, 120, 40}), 0) << "inside the round";
+    EXPECT_EQ(count_red(page.get(), {0, 300, 595, 542}), 0);
+}
+
+TEST_F(Report, FillsPagesBySix) {
+    std::string table = "[Ann]\n";
+    for (int slot = 1; slot <= 9; ++slot) {
+        lay_track(std::to_string(slot) + "_course_" + std::to_string(slot), 200,
+                  slot < 5 ? 80 : 300);
+        table += printed("%d: %d.5 ann.trace\n", slot, 30 + slot);
+        if (slot != 6 && slot != 7 && slot != 9) continue;
+        write_file(pref_path("best_lap_times.txt"), table);
+        lay_ghost("ann.trace");
+        EXPECT_THAT(write_report("Ann"), HasSubstr(printed("(%d tracks)", slot)));
+        expect_valid();
+        EXPECT_THAT(output_of("pdfinfo out.pdf"),
+                    testing::ContainsRegex(slot == 6 ? "Pages: +1\n" : "Pages: +2\n"));
+    }
+    std::string const second = text(2);
+    EXPECT_THAT(second, HasSubstr("Ann \u2014 Brindle Run High Scores"));
+    EXPECT_THAT(second, Not(HasSubstr("course 6")));
+    std::size_t const seventh = second.find("course 7");
+    std::size_t const eighth = second.find("course 8");
+    EXPECT_LT(seventh, eighth);
+    EXPECT_EQ(second.substr(seventh, eighth - seventh).find('\n'), std::string::npos) << "a row";
+    EXPECT_LT(second.find("37.500 s"), second.find("course 9"));
+}
+
+TEST_F(Report, PrintsNamesAsTheyAre) {
+    write_file(pref_path("best_lap_times.txt"), "[A (b\\) \xc3\xb6]\n2: 9\n[Empty]\n");
+    EXPECT_EQ(write_report("A (b\\) \xc3\xb6"),
+              "Wrote out.pdf (1 track) for \"A (b\\) \xc3\xb6\"\n");
+    expect_valid();
+    EXPECT_THAT(text(1), HasSubstr("A (b\\) \u00c3\u00b6 \u2014 Brindle")) << "in single bytes";
+    EXPECT_THAT(text(1), HasSubstr("Track 2"));
+    EXPECT_THAT(text(1), HasSubstr("(no preview)"));
+    EXPECT_THAT(text(1), HasSubstr("9.000 s"));
+}
+
+TEST_F(Report, SaysWhyThereIsNone) {
+    EXPECT_EQ(write_report("Ann", false),
+              "highscore-pdf: cannot read " + pref_path("best_lap_times.txt") + "\n");
+    write_file(pref_path("best_lap_times.txt"), "[Ann]\n1: 4\n[Bob]\n0: 4\n10: 5\n-1: 2\n");
+    EXPECT_EQ(write_report("ann", false), "highscore-pdf: no recorded times for player \"ann\"\n");
+    EXPECT_EQ(write_report("Bob", false), "highscore-pdf: nothing to print for \"Bob\"\n");
+    fs::create_directory("out.pdf");
+    EXPECT_EQ(write_report("Ann", false), "highscore-pdf: cannot write out.pdf\n");
+}
+
+TEST_F(Report, GoesWithoutDamagedFiles) {
+    lay_track("1_no_picture");
+    lay_track("2_cut", 300, 200);
+    lay_track("3_noise", 300, 200);
+    lay_track("4_absurd", 300, 200);
+    lay_track("5_short_ghost", 300, 200);
+    lay_track("6_wild_ghost", 300, 200);
+    lay_track("7_no_grid", 300, 200);
+    fs::resize_file("tracks/2_cut.png", 90);
+    write_file("tracks/3_noise.png", std::string(5000, '\xa5'));
+    write_file("tracks/4_absurd.png", "\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR\0\0\xea\x60\0\0\xea\x60"s +
+                                          "\x08\x06\0\0\0\0\0\0\0\0"s);
+    write_file("tracks/7_no_grid.trk", "80 0\n");
+    lay_ghost("whole");
+    lay_ghost("short");
+    fs::resize_file(pref_path("short"), 8 + 56 * 1000 + 5);
+    std::string wild(8 + 56 * 500, '\x7f');
+    wild.replace(0, 8, "\x0a\0\0\0\0\x01\0\0"s);
+    write_file(pref_path("wild"), wild);
+    write_file(pref_path("best_lap_times.txt"),
+               "[Ann]\n1: 1 whole\n2: 2 whole\n3: 3 whole\n4: 4 whole\n5: 5 short\n6: 6 wild\n"
+               "7: 7 whole\n8: inf missing\n9: 1e300\n");
+    EXPECT_THAT(write_report("Ann"), HasSubstr("Wrote out.pdf (9 tracks) for \"Ann\"\n"));
+    expect_valid();
+    std::string const words = text(1) + text(2);
+    int previews = 0;
+    for (std::size_t at = 0; (at = words.find("(no preview)", at)) != std::string::npos; ++at) {
+        ++previews;
+    }
+    EXPECT_EQ(previews, 6);
+    EXPECT_THAT(words, HasSubstr("inf s"));
+
+    // Card 5, at the left of the third row: a quarter of the round, its lower right. The picture is
+    // 225 x 150 at (50.25, 524).
+    SurfaceHandle const page = draw(1);
+    ASSERT_NE(page, nullptr);
+    EXPECT_GT(count_red(page.get(), {163, 599, 113, 75}), 100);
+    EXPECT_EQ(count_red(page.get(), {50, 524, 110, 150}), 0);
+    EXPECT_EQ(count_red(page.get(), {310, 500, 285, 342}), 0) << "no line from a wild ghost";
+}
+
+TEST_F(Report, NeedsNoTrackFolder) {
+    write_file(pref_path("best_lap_times.txt"), "[Ann]\n1: 1\n2: 2\n");
+    EXPECT_EQ(write_report("Ann"), "Wrote out.pdf (2 tracks) for \"Ann\"\n");
+    expect_valid();
+    EXPECT_THAT(text(1), testing::ContainsRegex("Track 1 +Track 2"));
+}

@@ -1,0 +1,160 @@
+#include "records/miniature.h"
+#include "support/canvas.h"
+#include "support/files.h"
+
+#include <SDL_image.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+namespace {
+
+using Painter = std::function<SDL_Color(int x, int y)>;
+
+std::string save_png(TempDir const& dir, int w, int h, Painter const& paint) {
+    SurfaceHandle const picture = make_surface(w, h, {});
+    for (int y = 0; y < h; ++y) {
+        for (int x = 0; x < w; ++x) set_surface_pixel(picture.get(), x, y, paint(x, y));
+    }
+    std::string const path = dir.file("p.png");
+    EXPECT_EQ(IMG_SavePNG(picture.get(), path.c_str()), 0);
+    return path;
+}
+
+SDL_Color black(int /*x*/, int /*y*/) {
+    return {0, 0, 0, 255};
+}
+
+SurfaceHandle miniature(std::string const& png, std::vector<SDL_FPoint> const& points = {},
+                        int grid_w = 0, int grid_h = 0) {
+    return SurfaceHandle(build_miniature(png, points, grid_w, grid_h));
+}
+
+bool is_red(SDL_Color c) {
+    return c.r == 220 && c.g == 30 && c.b == 30 && c.a == 255;
+}
+
+bool is_black(SDL_Color c) {
+    return c.r == 0 && c.g == 0 && c.b == 0;
+}
+
+// The sum of all red: how much paint there is.
+long paint_on(SDL_Surface const* surface) {
+    long sum = 0;
+    for (int y = 0; y < surface->h; ++y) {
+        for (int x = 0; x < surface->w; ++x) sum += surface_pixel(surface, x, y).r;
+    }
+    return sum;
+}
+
+} // namespace
+
+TEST(Miniature, ReducesToALongSideOf520) {
+    TempDir const dir;
+    struct Case {
+        int w, h, out_w, out_h;
+    };
+    for (Case const c :
+         {Case{400, 300, 400, 300}, Case{520, 20, 520, 20}, Case{1040, 780, 520, 390},
+          Case{700, 1000, 364, 520}, Case{2000, 1, 520, 1}}) {
+        SurfaceHandle const out = miniature(save_png(dir, c.w, c.h, black));
+        ASSERT_NE(out, nullptr);
+        EXPECT_EQ(out->w, c.out_w);
+        EXPECT_EQ(out->h, c.out_h);
+    }
+}
+
+TEST(Miniature, AveragesPlainlyAndFlattensOnWhite) {
+    TempDir const dir;
+    // Blocks of 2 x 2: three pixels of (10, 20, 30) and one of (13, 23, 33), sum 43, mean 10.75.
+    SurfaceHandle const even = miniature(save_png(dir, 1040, 4, [](int x, int y) -> SDL_Color {
+        return x % 2 == 0 && y % 2 == 0 ? SDL_Color{13, 23, 33, 255} : SDL_Color{10, 20, 30, 255};
+    }));
+    SDL_Color const mean = surface_pixel(even.get(), 519, 1);
+    EXPECT_EQ(mean.r, 10);
+    EXPECT_EQ(mean.g, 20);
+    EXPECT_EQ(mean.b, 30);
+
+    // 780 columns on 520: output pixel 1 covers columns 1 (half) and 2, which count alike.
+    SurfaceHandle const uneven = miniature(save_png(dir, 780, 3, [](int x, int /*y*/) {
+        return SDL_Color{static_cast<std::uint8_t>(x % 3 == 1 ? 100 : 0), 0, 0, 255};
+    }));
+    EXPECT_EQ(surface_pixel(uneven.get(), 0, 0).r, 50);
+    EXPECT_EQ(surface_pixel(uneven.get(), 1, 0).r, 50);
+
+    // Half transparent black and its neighbour opaque black: alpha 191 of the mean of the colours.
+    SurfaceHandle const clear = miniature(save_png(dir, 1040, 2, [](int x, int /*y*/) {
+        if (x < 2) return SDL_Color{200, 0, 0, 0};
+        return SDL_Color{0, 100, 0, static_cast<std::uint8_t>(x % 2 == 0 ? 127 : 255)};
+    }));
+    SDL_Color const white = surface_pixel(clear.get(), 0, 0);
+    EXPECT_EQ(white.r, 255);
+    EXPECT_EQ(white.g, 255);
+    EXPECT_EQ(white.a, 255);
+    SDL_Color const grey = surface_pixel(clear.get(), 9, 0);
+    EXPECT_EQ(grey.r, std::lround((1 - 191 / 255.0) * 255));
+    EXPECT_EQ(grey.g, std::lround(100 * 191 / 255.0 + (1 - 191 / 255.0) * 255));
+    EXPECT_EQ(grey.a, 255);
+}
+
+TEST(Miniature, StampsADotWithASoftEdge) {
+    SurfaceHandle const paper = make_surface(11, 11, {255, 255, 255, 255});
+    stamp_disk(paper.get(), 5.5, 5.5, 2.25, 220, 30, 30);
+    EXPECT_TRUE(is_red(surface_pixel(paper.get(), 5, 5)));
+    EXPECT_TRUE(is_red(surface_pixel(paper.get(), 6, 6)));
+    SDL_Color const edge = surface_pixel(paper.get(), 7, 5); // 2 away: coverage 0.75
+    EXPECT_EQ(edge.g, std::lround((30 - 255) * 0.75 + 255));
+    SDL_Color const corner = surface_pixel(paper.get(), 7, 7);
+    EXPECT_EQ(corner.g, 255) << "2.83 away: none";
+    EXPECT_EQ(surface_pixel(paper.get(), 8, 5).g, 255);
+
+    stamp_disk(paper.get(), 0.0, 11.0, 3.0, 0, 0, 0); // over the corner of the picture
+    EXPECT_TRUE(is_black(surface_pixel(paper.get(), 0, 10)));
+    for (double const far : {-1e300, 1e300, std::nan(""), -50.0}) {
+        stamp_disk(paper.get(), far, 5.0, 2.0, 0, 0, 0);
+        stamp_disk(paper.get(), 5.0, far, 2.0, 0, 0, 0);
+    }
+    EXPECT_TRUE(is_red(surface_pixel(paper.get(), 5, 5)));
+}
+
+TEST(Miniature, DrawsTheLapFromCellsToPixels) {
+    TempDir const dir;
+    std::string const png = save_png(dir, 440, 220, black);
+    // Grid of 88 x 22 cells: a cell is 5 pixels wide and 10 high. The line's radius is 2.
+    SurfaceHandle const out = miniature(png, {{8, 5}, {80, 5}, {80, 15}}, 88, 22);
+    EXPECT_EQ(surface_pixel(out.get(), 37, 50).r, 0);
+    for (int x = 41; x < 400; ++x) {
+        ASSERT_TRUE(is_red(surface_pixel(out.get(), x, 50))) << x;
+        ASSERT_GT(surface_pixel(out.get(), x, 48).r, 200) << x;
+    }
+    EXPECT_TRUE(is_black(surface_pixel(out.get(), 200, 46)));
+    EXPECT_TRUE(is_black(surface_pixel(out.get(), 200, 53)));
+    EXPECT_TRUE(is_red(surface_pixel(out.get(), 400, 149)));
+    EXPECT_TRUE(is_black(surface_pixel(out.get(), 200, 149)));
+
+    SurfaceHandle const dot = miniature(png, {{44, 11}}, 88, 22);
+    EXPECT_TRUE(is_red(surface_pixel(dot.get(), 220, 110)));
+    EXPECT_LT(paint_on(dot.get()), 220 * 16);
+    EXPECT_EQ(paint_on(miniature(png, {{44, 11}}, 0, 22).get()), 0) << "no grid, no line";
+
+    // Small pictures have a line of radius 1.2: beside the full middle, 0.7 of a pixel each side.
+    SurfaceHandle const small =
+        miniature(save_png(dir, 100, 10, black), {{0, 5.5}, {100, 5.5}}, 100, 10);
+    EXPECT_TRUE(is_red(surface_pixel(small.get(), 50, 5)));
+    EXPECT_TRUE(is_black(surface_pixel(small.get(), 50, 3)));
+}
+
+TEST(Miniature, ComesBackFromLinesThatLeaveThePicture) {
+    TempDir const dir;
+    std::string const png = save_png(dir, 100, 100, black);
+    float const inf = std::numeric_limits<float>::infinity();
+    std::vector<SDL_FPoint> jumps{{50, 50}, {1e6F, 50}, {-1e6F, 50}};
+    SurfaceHandle const out = miniature(png, jumps, 100, 100);
+    for (int x = 0; x < 100; ++x) ASSERT_TRUE(is_red(surface_pixel(out.get(), x, 50))) << x;
+    EXPECT_TRUE(is_black(surface_pixel(out.get(), 20, 60)));
+    jumps = {{1e30F, -1e30F}, {inf, 0}, {std::nanf(""), 3}, {3e38F, 3e38F}, {50, 50}};
+    EXPECT_NE(miniature(png, jumps, 1, 1), nullptr);
+    EXPECT_EQ(miniature(dir.file("missing.png")), nullptr);
+}
