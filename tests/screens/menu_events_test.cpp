@@ -1,0 +1,203 @@
+#include "audio/audio.h"
+#include "screens/menu_screen.h"
+#include "support/canvas.h"
+#include "support/files.h"
+
+#include <SDL_image.h>
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A menu with labels of known sizes, two thumbnails and no font, driven by events alone.
+class Menu : public testing::Test {
+protected:
+    Menu() {
+        menu_.renderer = canvas_.renderer();
+        menu_.audio = &audio_;
+        menu_.fullscreen = &fullscreen_;
+        menu_.W = 1280;
+        menu_.H = 720;
+        for (MenuLabel* label :
+             {&menu_.mode.practice, &menu_.mode.race, &menu_.names.red_label,
+              &menu_.names.blue_label, &menu_.mode.laps_caption, &menu_.help_label})
+            size(*label, 60, 20);
+        for (MenuLabel& option : menu_.mode.lap_options) size(option, 10, 20);
+        size(menu_.mode.arrow, 10, 20);
+        for (int slot : {1, 3}) {
+            TrackThumb thumb;
+            thumb.slot = slot;
+            thumb.w = 200;
+            thumb.h = 130;
+            menu_.tracks.thumbs.push_back(std::move(thumb));
+        }
+        fs::create_directory("tracks");
+        for (char const* name : {"tracks/6_six", "tracks/7_seven"}) {
+            write_file(std::string(name) + ".trk", "");
+            IMG_SavePNG(make_surface(200, 130, {9, 9, 9, 255}).get(),
+                        (std::string(name) + ".png").c_str());
+        }
+        menu_.tracks.has_track[6] = menu_.tracks.has_track[7] = menu_.tracks.has_track[8] = true;
+    }
+
+    static void size(MenuLabel& label, int w, int h) {
+        label.w = w;
+        label.h = h;
+    }
+    void press(SDL_Scancode code) {
+        SDL_Event event{};
+        event.type = SDL_KEYDOWN;
+        event.key.keysym.scancode = code;
+        event.key.keysym.sym = SDL_GetKeyFromScancode(code);
+        handle_menu_event(menu_, event, now_);
+    }
+    void type(char const* text) {
+        SDL_Event event{};
+        event.type = SDL_TEXTINPUT;
+        SDL_strlcpy(event.text.text, text, sizeof event.text.text);
+        handle_menu_event(menu_, event, now_);
+    }
+    void click(float x, float y) {
+        menu_.cursor.x = x;
+        menu_.cursor.y = y;
+        SDL_Event event{};
+        event.type = SDL_MOUSEBUTTONDOWN;
+        handle_menu_event(menu_, event, now_);
+    }
+    std::vector<SDL_Rect> rects() { return track_rects(menu_.tracks, {0, 0, 1280, 720}, now_); }
+
+    TempDir folder_;
+    WorkingDir there_{folder_.path()};
+    Canvas canvas_{16, 16};
+    Audio audio_;
+    bool fullscreen_ = false;
+    MenuScreen menu_;
+    unsigned now_ = 5000;
+};
+
+} // namespace
+
+TEST_F(Menu, NeedsATrackToLaunchAndThenRunsToBlack) {
+    press(SDL_SCANCODE_RETURN);
+    EXPECT_EQ(menu_.launch.launch_at, 0U);
+    press(SDL_SCANCODE_2); // no such thumbnail
+    EXPECT_EQ(menu_.tracks.selected_track, 0);
+    press(SDL_SCANCODE_3);
+    EXPECT_EQ(menu_.tracks.selected_row, 1);
+    press(SDL_SCANCODE_SPACE);
+    EXPECT_EQ(menu_.launch.launch_at, 5000U);
+    press(SDL_SCANCODE_SLASH);
+    EXPECT_EQ(menu_.screen_phase, ScreenPhase::MENU) << "no help during a launch";
+    EXPECT_EQ(advance_launch(menu_, 5449), 0.0F);
+    EXPECT_FALSE(menu_.launch.engine_played);
+    EXPECT_EQ(advance_launch(menu_, 6450), 0.0F);
+    EXPECT_TRUE(menu_.launch.engine_played);
+    EXPECT_FLOAT_EQ(advance_launch(menu_, 6700), 0.5F);
+    EXPECT_TRUE(menu_.running);
+    EXPECT_FLOAT_EQ(advance_launch(menu_, 6950), 1.0F);
+    EXPECT_FALSE(menu_.running);
+    EXPECT_TRUE(menu_.launch.started);
+}
+
+TEST_F(Menu, TypingANameChangesNothingElse) {
+    press(SDL_SCANCODE_F2);
+    EXPECT_EQ(menu_.names.focus, 1);
+    press(SDL_SCANCODE_R);
+    press(SDL_SCANCODE_3);
+    type("r3");
+    EXPECT_EQ(menu_.names.fields[1].text, "r3");
+    EXPECT_EQ(menu_.mode.selected, MODE_PRACTICE);
+    EXPECT_EQ(menu_.tracks.selected_track, 0);
+    press(SDL_SCANCODE_F1);
+    EXPECT_EQ(menu_.names.focus, 0);
+    press(SDL_SCANCODE_ESCAPE);
+    EXPECT_EQ(menu_.names.focus, -1);
+    EXPECT_TRUE(menu_.running);
+    press(SDL_SCANCODE_R);
+    press(SDL_SCANCODE_R);
+    EXPECT_EQ(menu_.mode.selected, MODE_RACE);
+    EXPECT_EQ(menu_.mode.lap_index, 1);
+    press(SDL_SCANCODE_ESCAPE);
+    EXPECT_FALSE(menu_.running);
+}
+
+TEST_F(Menu, IsWholeUnderTheMouse) {
+    click(1200, 381); // the blue row reaches to the view's right edge
+    EXPECT_EQ(menu_.names.focus, 1);
+    click(921 - 69, 345); // the box begins at the label
+    EXPECT_EQ(menu_.names.focus, -1);
+    click(921 - 67, 345);
+    EXPECT_EQ(menu_.names.focus, 0);
+    SDL_Rect const thumb = rects()[1];
+    click(static_cast<float>(thumb.x), static_cast<float>(thumb.y));
+    EXPECT_EQ(menu_.tracks.selected_track, 3);
+    EXPECT_EQ(menu_.names.focus, -1);
+    SDL_Rect const ten = lap_option_box(menu_.mode, {0, 0, 1280, 720}, 2);
+    click(static_cast<float>(ten.x), static_cast<float>(ten.y));
+    EXPECT_EQ(menu_.mode.lap_index, 0) << "not on show in practice";
+    SDL_Rect const race = mode_row_box(menu_.mode, {0, 0, 1280, 720}, MODE_RACE);
+    click(static_cast<float>(race.x + race.w - 1), static_cast<float>(race.y));
+    EXPECT_EQ(menu_.mode.selected, MODE_RACE);
+    click(static_cast<float>(ten.x), static_cast<float>(ten.y));
+    EXPECT_EQ(LAP_COUNTS[static_cast<std::size_t>(menu_.mode.lap_index)], 10);
+    // Help: 22 pixels wide, 11 from the corner.
+    click(1280 - 11, 720 - 12);
+    EXPECT_EQ(menu_.screen_phase, ScreenPhase::MENU);
+    click(1280 - 12, 720 - 12);
+    EXPECT_EQ(menu_.screen_phase, ScreenPhase::TO_HELP);
+}
+
+TEST_F(Menu, HelpStaysForAltTabAndEndsWithAnyOtherKey) {
+    menu_.screen_phase = ScreenPhase::HELP;
+    for (SDL_Scancode const code : {SDL_SCANCODE_TAB, SDL_SCANCODE_LALT, SDL_SCANCODE_RALT}) {
+        press(code);
+        EXPECT_EQ(menu_.screen_phase, ScreenPhase::HELP);
+    }
+    press(SDL_SCANCODE_F11);
+    EXPECT_TRUE(fullscreen_);
+    press(SDL_SCANCODE_ESCAPE);
+    EXPECT_EQ(menu_.screen_phase, ScreenPhase::FROM_HELP);
+    EXPECT_TRUE(menu_.running);
+    press(SDL_SCANCODE_F11);
+    EXPECT_TRUE(fullscreen_) << "not during the transition";
+}
+
+TEST_F(Menu, AHiddenTrackSlidesInSwapsAndLeaves) {
+    int const alone = rects()[0].x;
+    press(SDL_SCANCODE_8); // a track file without a picture
+    EXPECT_EQ(menu_.tracks.extra_slot, 0);
+    press(SDL_SCANCODE_6);
+    EXPECT_EQ(menu_.tracks.selected_track, 6);
+    now_ += 350;
+    EXPECT_EQ(rects().size(), 3U);
+    EXPECT_EQ(rects()[0].x, alone - 108);
+    SDL_Texture* const six = menu_.tracks.extra_thumb.tex.get();
+    press(SDL_SCANCODE_6);
+    EXPECT_EQ(menu_.tracks.extra_thumb.tex.get(), six) << "not loaded again";
+    press(SDL_SCANCODE_7);
+    TrackFactors factors = track_factors(menu_.tracks, now_ + 175);
+    EXPECT_FLOAT_EQ(factors.swap_t, 0.5F);
+    EXPECT_FLOAT_EQ(factors.extra_alpha, 0.5F);
+    EXPECT_FLOAT_EQ(factors.slide, 1.0F);
+    now_ += 400;
+    press(SDL_SCANCODE_1);
+    EXPECT_EQ(menu_.tracks.selected_row, 0);
+    factors = track_factors(menu_.tracks, now_ + 175);
+    EXPECT_FLOAT_EQ(factors.slide, 1.5F);
+    EXPECT_NE(factors.extra, nullptr);
+    factors = track_factors(menu_.tracks, now_ + 350);
+    EXPECT_EQ(factors.extra, nullptr);
+    EXPECT_EQ(menu_.tracks.extra_thumb.tex, nullptr);
+    EXPECT_EQ(rects()[0].x, alone);
+}
+
+TEST(MenuLayout, TheViewIsTheLargestWideRectangle) {
+    auto const expect = [](SDL_Rect view, int x, int y, int w, int h) {
+        EXPECT_TRUE(view.x == x && view.y == y && view.w == w && view.h == h)
+            << view.x << ' ' << view.y << ' ' << view.w << ' ' << view.h;
+    };
+    expect(menu_view(1280, 720), 0, 0, 1280, 720);
+    expect(menu_view(1680, 720), 200, 0, 1280, 720);
+    expect(menu_view(1280, 1024), 0, 152, 1280, 720);
+}

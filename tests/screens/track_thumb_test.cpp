@@ -1,0 +1,133 @@
+#include "render/image.h"
+#include "screens/edge_points.h"
+#include "screens/track_thumb.h"
+#include "support/canvas.h"
+#include "support/files.h"
+
+#include <SDL_image.h>
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr SDL_Color RED{255, 0, 0, 255};
+constexpr SDL_Color GREEN{0, 255, 0, 255};
+constexpr SDL_Color CLEAR{0, 0, 0, 0};
+
+void save_picture(fs::path const& path, int w, int h, SDL_Color fill) {
+    ASSERT_EQ(IMG_SavePNG(make_surface(w, h, fill).get(), path.c_str()), 0);
+}
+
+// A game folder of its own as the working directory.
+class Thumbs : public testing::Test {
+protected:
+    Thumbs() { fs::create_directory("tracks"); }
+
+    bool load(int height, double scale = 1.0) {
+        return load_track_thumb(canvas_.renderer(), "tracks/1_a.png", height, scale, tex_, &w_,
+                                &h_);
+    }
+    // The colour in the middle of the loaded picture as it is drawn.
+    SDL_Color shown() {
+        SDL_RenderCopy(canvas_.renderer(), tex_.get(), nullptr, nullptr);
+        return canvas_.at(8, 8);
+    }
+    int cached_height() {
+        SurfaceHandle const cached(IMG_Load(".cache/thumbs/1_a.png"));
+        return cached ? cached->h : 0;
+    }
+
+    TempDir folder_;
+    WorkingDir there_{folder_.path()};
+    Canvas canvas_{16, 16};
+    TextureHandle tex_;
+    int w_ = 0;
+    int h_ = 0;
+};
+
+} // namespace
+
+TEST_F(Thumbs, ReduceOnceAndThenComeFromTheCache) {
+    save_picture("tracks/1_a.png", 80, 40, RED);
+    ASSERT_TRUE(load(20, 2.0));
+    EXPECT_EQ(w_, 20);
+    EXPECT_EQ(h_, 10);
+    EXPECT_EQ(cached_height(), 20);
+    // A cache as new as the source is taken for it, whatever it holds.
+    save_picture(".cache/thumbs/1_a.png", 40, 20, GREEN);
+    fs::last_write_time(".cache/thumbs/1_a.png", fs::last_write_time("tracks/1_a.png"));
+    ASSERT_TRUE(load(20));
+    EXPECT_EQ(shown().g, 255);
+}
+
+TEST_F(Thumbs, AreMadeAnewWhenTheCacheIsStaleBrokenOrOfAnotherHeight) {
+    save_picture("tracks/1_a.png", 80, 40, RED);
+    fs::create_directories(".cache/thumbs");
+    save_picture(".cache/thumbs/1_a.png", 40, 20, GREEN);
+    fs::last_write_time(".cache/thumbs/1_a.png",
+                        fs::last_write_time("tracks/1_a.png") - std::chrono::seconds(5));
+    ASSERT_TRUE(load(20));
+    EXPECT_EQ(shown().r, 255);
+    ASSERT_TRUE(load(30));
+    EXPECT_EQ(w_, 60);
+    EXPECT_EQ(cached_height(), 30);
+    write_file(".cache/thumbs/1_a.png", "no picture");
+    ASSERT_TRUE(load(30));
+    EXPECT_EQ(cached_height(), 30);
+}
+
+TEST_F(Thumbs, AreNeverEnlargedAndNeedNoCache) {
+    save_picture("tracks/1_a.png", 30, 10, RED);
+    write_file(".cache", "a file where the folder should be");
+    ASSERT_TRUE(load(20));
+    EXPECT_EQ(w_, 30);
+    EXPECT_EQ(h_, 10);
+    fs::remove("tracks/1_a.png");
+    EXPECT_FALSE(load(20));
+    EXPECT_EQ(tex_, nullptr);
+    EXPECT_EQ(w_, 0);
+    EXPECT_EQ(h_, 0);
+}
+
+TEST_F(Thumbs, AreFoundBesideTrackFilesOnly) {
+    write_file("tracks/1_a.trk", "");
+    save_picture("tracks/1_a.png", 4, 4, RED);
+    write_file("tracks/2_alone.trk", "");
+    save_picture("tracks/3_alone.png", 4, 4, RED);
+    write_file("tracks/4_a.trk", "");
+    write_file("tracks/4_b.trk", "");
+    save_picture("tracks/4_b.png", 4, 4, RED);
+    write_file("tracks/0_a.trk", "");
+    save_picture("tracks/0_a.png", 4, 4, RED);
+    auto const found = discover_track_pngs();
+    EXPECT_EQ(found[1], "tracks/1_a.png");
+    EXPECT_EQ(found[4], "tracks/4_b.png");
+    for (std::size_t slot : {0U, 2U, 3U, 5U}) EXPECT_EQ(found[slot], "") << slot;
+}
+
+TEST(EdgePoints, LieJustInsideTheRimOfABrightShape) {
+    SurfaceHandle const picture = make_surface(60, 60, CLEAR);
+    SDL_Rect const square{10, 10, 40, 40};
+    SDL_FillRect(picture.get(), &square, 0xFFFFFFFF);
+    auto const points = build_edge_points(picture.get());
+    // Three rings of the square: from 1 to 3 pixels inside its edge.
+    EXPECT_EQ(points.size(), 38U * 38U - 32U * 32U);
+    EXPECT_EQ(points.front().x, 11);
+    EXPECT_EQ(points.front().y, 11);
+    for (SDL_Point const& p : points) {
+        int const depth = std::min({p.x - 10, p.y - 10, 49 - p.x, 49 - p.y});
+        EXPECT_TRUE(depth >= 1 && depth <= 3) << p.x << ' ' << p.y;
+    }
+}
+
+TEST(EdgePoints, AvoidThinStrokesSpecksAndDimParts) {
+    SurfaceHandle const picture = make_surface(60, 60, {89, 89, 89, 255});
+    EXPECT_TRUE(build_edge_points(picture.get()).empty()) << "dim";
+    SDL_Rect const stroke{0, 30, 60, 2};
+    SDL_FillRect(picture.get(), &stroke, 0xFFFFFFFF);
+    SDL_Rect const speck{20, 5, 10, 10};
+    SDL_FillRect(picture.get(), &speck, 0xFFFFFFFF);
+    EXPECT_TRUE(build_edge_points(picture.get()).empty());
+    EXPECT_TRUE(build_edge_points(nullptr).empty());
+}
