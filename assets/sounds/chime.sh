@@ -13,11 +13,11 @@ bell() {
   synth "$name-m" 0.02 triangle "$(awk "BEGIN{print $hz*6.3}")" fade l 0.001 0.02 0.019
   layers "$name" "$name-1" 1.0 "$name-2" 0.38 "$name-4" 0.22 "$name-m" 0.25
 }
-bell c 1046.50 0.5
-bell e 1318.51 0.5
-bell g 1567.98 0.6
-bell high 2093.00 1.3
-bell under 1046.50 1.2
+bell c 1046.50 0.8
+bell e 1318.51 0.8
+bell g 1567.98 0.9
+bell high 2093.00 2.0
+bell under 1046.50 1.8
 
 effect e e1 pad 0.085
 effect g g1 pad 0.170

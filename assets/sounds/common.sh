@@ -20,7 +20,7 @@ synth() {
 noise() {
   local name=$1 from=$2 seconds=$3
   shift 3
-  if [ ! -e strip.wav ]; then synth strip 90 whitenoise; fi
+  if [ ! -e strip.wav ]; then synth strip 70 whitenoise vol 0.9; fi
   sox -V1 strip.wav "$name.wav" trim "$from" "$seconds" "$@"
 }
 

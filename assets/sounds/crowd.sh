@@ -6,74 +6,97 @@ source "$(dirname "$0")/common.sh"
 
 seconds=10
 
-# dice STATE LOW HIGH: the next of a repeatable row of chances, left in $die.
+# dice LOW HIGH: the next of a repeatable row of chances, in whole numbers, left in $die.
 seed=2417
 dice() {
   seed=$(((seed * 1103515245 + 12345) % 2147483648))
-  die=$(awk -v s=$seed -v a="$1" -v b="$2" 'BEGIN { printf "%.3f", a + (b - a) * s / 2147483648 }')
+  die=$(($1 + (seed >> 8) % ($2 - $1 + 1)))
 }
 
-# The roar: breath through many throats, in the colours of "a" and "e", slowly heaving.
-noise roar-a 2 $seconds bandpass 720 0.7o tremolo 0.37 35
-noise roar-b 15 $seconds bandpass 1180 0.6o tremolo 0.53 40
-noise roar-c 27 $seconds bandpass 2500 0.8o tremolo 0.29 35
-noise roar-d 39 $seconds lowpass 420
-layers roar roar-a 2.4 roar-b 1.8 roar-c 0.55 roar-d 0.5
-effect roar roar1 fade t 0.35 $seconds 1.5
+# level NAME DB: NAME brought to DB RMS below full scale, so that the layers' shares are plain figures.
+level() {
+  local is
+  is=$(sox -V1 "$1.wav" -n stats 2>&1 | awk '/^RMS lev dB/ { print $4 }')
+  effect "$1" "$1-level" vol "$(awk "BEGIN { print $2 - $is }")dB"
+}
 
-# Voices: a throat's buzz that glides up and down, through the two resonances of its vowel.
-# voice NAME START SECONDS HZ TOP FORMANT1 FORMANT2
+# The roar: breath through many throats, in the colours of "a" and "e", heaving.
+noise roar-a 2 $seconds bandpass 700 0.6o tremolo 0.37 45
+noise roar-b 15 $seconds bandpass 1150 0.5o tremolo 0.53 50
+noise roar-c 27 $seconds bandpass 2500 0.7o tremolo 0.29 35
+layers roar roar-a 1.0 roar-b 0.8 roar-c 0.3
+
+# A voice is a throat's buzz that glides up to a top note and down again, through the two resonances
+# of its vowel (sox knows a falling sweep of a saw only as a straight one).
+# voice NAME START_MS LENGTH_MS HZ TOP FORMANT1 FORMANT2
 voice() {
-  sox -V1 -R -r 44100 -n -c 1 -e float -b 32 up.wav synth "$(awk "BEGIN{print $3*0.35}")" sawtooth "$4/$5"
-  sox -V1 -R -r 44100 -n -c 1 -e float -b 32 down.wav synth "$(awk "BEGIN{print $3*0.65}")" sawtooth "$5/$(awk "BEGIN{print $4*0.85}")"
-  sox -V1 up.wav down.wav buzz.wav tremolo 6.5 25
-  sox -V1 buzz.wav mouth1.wav bandpass "$6" 0.35o
-  sox -V1 buzz.wav mouth2.wav bandpass "$7" 0.3o
-  sox -V1 -m -v 1 mouth1.wav -v 0.7 mouth2.wav "$1.wav" fade t 0.07 "$3" 0.25 pad "$2"
+  local rise=$(($3 * 35 / 100)) fall=$(($3 * 65 / 100))
+  synth up 0.$(printf %03d $((rise % 1000))) sawtooth "$4/$5"
+  synth down $((fall / 1000)).$(printf %03d $((fall % 1000))) sawtooth "$5:$(($4 * 85 / 100))"
+  sox -V1 up.wav down.wav buzz.wav tremolo 6.3 30
+  effect buzz mouth1 bandpass "$6" 0.5o
+  effect buzz mouth2 bandpass "$7" 0.45o
+  layers mouths mouth1 1 mouth2 0.8
+  effect mouths "$1" gain -n -6 fade t 0.06 $(($3 / 1000)).$(printf %03d $(($3 % 1000))) 0.2 \
+    pad $(($2 / 1000)).$(printf %03d $(($2 % 1000)))
 }
-mix=()
-for i in $(seq 1 44); do
-  dice 0.0 8.2; start=$die
-  [ "$i" -le 14 ] && dice 0.0 1.2 && start=$die
-  dice 0.7 1.7; length=$die
-  dice 150 420; pitch=$die
-  dice 1.15 1.7; top=$(awk "BEGIN{print $pitch*$die}")
-  dice 0 1
-  case $die in
-    0.[0-4]*) voice "v$i" "$start" "$length" "$pitch" "$top" 750 1250 ;; # "yeah"
-    0.[5-7]*) voice "v$i" "$start" "$length" "$pitch" "$top" 380 850 ;;  # "woo"
-    *) voice "v$i" "$start" "$length" "$pitch" "$top" 560 1900 ;;        # "hey"
-  esac
-  dice 0.25 1.0
-  mix+=(-v "$die" "v$i.wav")
-done
-sox -V1 -m "${mix[@]}" -e float -b 32 voices.wav trim 0 $seconds
+
+# choir NAME COUNT LOWEST HIGHEST: COUNT voices between two pitches, Hz. The first third of them breaks
+# out together at the beginning, the others follow one by one.
+choir() {
+  local mix=() i start length pitch top
+  for ((i = 1; i <= $2; i++)); do
+    dice 0 8300; start=$die
+    if [ $((i * 3)) -le "$2" ]; then start=$((start / 9)); fi
+    dice 750 1700; length=$die
+    dice "$3" "$4"; pitch=$die
+    dice 118 175; top=$((pitch * die / 100))
+    dice 1 5
+    case $die in
+      1 | 2) voice "v$i" "$start" "$length" "$pitch" "$top" 760 1250 ;; # "yeah"
+      3 | 4) voice "v$i" "$start" "$length" "$pitch" "$top" 400 850 ;;  # "woo"
+      *) voice "v$i" "$start" "$length" "$pitch" "$top" 560 1900 ;;     # "hey"
+    esac
+    dice 25 100
+    mix+=("v$i" "0.$(printf %03d $((die * 9)))")
+  done
+  layers "$1" "${mix[@]}"
+}
+choir men 20 130 230
+choir women 22 260 470
+layers voices men 0.9 women 1.0
 
 # Whistles through fingers.
 mix=()
-for i in 1 2 3 4 5; do
-  dice 0.3 8.5; start=$die
-  dice 1700 2300; low=$die
-  synth "w$i-a" 0.16 sine "$low/$(awk "BEGIN{print $low*1.5}")"
-  synth "w$i-b" 0.34 sine "$(awk "BEGIN{print $low*1.5}")/$(awk "BEGIN{print $low*1.1}")"
-  sox -V1 "w$i-a.wav" "w$i-b.wav" "w$i.wav" tremolo 17 20 fade t 0.03 0.5 0.12 pad "$start"
-  mix+=(-v 0.5 "w$i.wav")
+for i in 1 2 3 4 5 6; do
+  dice 300 8500; start=$die
+  dice 1750 2250; low=$die
+  synth up 0.16 sine "$low/$((low * 3 / 2))"
+  synth down 0.34 sine "$((low * 3 / 2))/$((low * 11 / 10))"
+  sox -V1 up.wav down.wav "w$i.wav" tremolo 17 20 fade t 0.03 0.5 0.12 \
+    pad $((start / 1000)).$(printf %03d $((start % 1000)))
+  mix+=("w$i" 0.5)
 done
-sox -V1 -m "${mix[@]}" -e float -b 32 whistles.wav
+layers whistles "${mix[@]}"
 
 # Clappers: one pair of hands makes the same clap over and over; many together make applause.
 mix=()
-for i in $(seq 1 26); do
+for ((i = 1; i <= 24; i++)); do
   dice 850 1900; colour=$die
-  dice 0.0 0.5; start=$die
-  dice 0.13 0.24; gap=$die
-  dice 0.4 1.0; level=$die
-  noise clap "$((i * 2 + 1))" 0.028 bandpass "$colour" 1.1o fade l 0.0008 0.028 0.027 pad 0 "$gap"
-  sox -V1 clap.wav "k$i.wav" repeat 60 pad "$start" trim 0 $seconds
-  mix+=(-v "$level" "k$i.wav")
+  dice 10 500; start=$die
+  dice 135 260; gap=$die
+  dice 35 99; share=$die
+  noise clap $((i * 2 + 1)) 0.030 bandpass $colour 1.1o fade l 0.0008 0.030 0.029 pad 0 0.$gap
+  effect clap "k$i" repeat 60 pad 0.$(printf %03d $start) trim 0 $seconds
+  mix+=("k$i" 0.$share)
 done
-sox -V1 -m "${mix[@]}" -e float -b 32 claps.wav fade t 0.8 $seconds 1.5
+layers claps "${mix[@]}"
 
-layers stand roar1 0.85 voices 0.16 whistles 0.035 claps 0.75
-effect stand open reverb 35 70 80 compand 0.05,0.4 6:-40,-30,-20,-16,0,-8
-publish open -3.5 fade t 0.06 $seconds 1.5
+level roar -28
+level voices -21
+level whistles -37
+level claps -25
+layers stand roar-level 1 voices-level 1 whistles-level 1 claps-level 1
+effect stand open trim 0 $seconds reverb 30 60 80 compand 0.05,0.4 6:-40,-32,-20,-17,0,-8
+# A wave of cheers goes through the stand after 4 s: the whole swells once more.
+publish open -3.5 highpass 90 tremolo 0.23 22 fade t 0.08 $seconds 1.5

@@ -16,29 +16,40 @@ effect chug chug1 synth $crank sine amod 12.5:14 0 20
 layers starter whine1 0.30 gear1 0.14 chug1 1.1
 effect starter starter1 fade t 0.02 $crank 0.03
 
-# The engine itself is one recipe at three speeds: pulses through an exhaust, with their breath.
-# stroke NAME SECONDS FROM TO: firing frequency FROM to TO, Hz.
+# The engine itself is one recipe at several speeds: narrow pulses, one for each combustion, uneven
+# from cylinder to cylinder, through the resonances of an exhaust; and breath in step with them.
+# stroke NAME SECONDS FROM TO: combustions per second at its beginning and its end.
+# A stroke that slows down is made backwards, because sox falls silent in a falling sweep of pulses.
+noise_at=10 # where in the noise the next stroke's breath is taken from
 stroke() {
-  local name=$1 seconds=$2 from=$3 to=$4
-  synth "$name-a" "$seconds" sawtooth "$from/$to"
-  synth "$name-b" "$seconds" square "$(awk "BEGIN{print $from/2}")/$(awk "BEGIN{print $to/2}")" 0 0 30
-  noise "$name-c" "$((RANDOM % 1 + ${from%.*} % 40 + 10))" "$seconds" lowpass 2400
-  effect "$name-c" "$name-d" synth "$seconds" sawtooth amod "$from/$to"
-  layers "$name-e" "$name-a" 0.5 "$name-b" 0.45 "$name-d" 0.75
-  effect "$name-e" "$name" overdrive 18 20 lowpass 1900 equalizer 95 1.2q 6 equalizer 420 1q 3
+  local name=$1 seconds=$2 from=$3 to=$4 turn=()
+  if [ "$from" -gt "$to" ]; then
+    from=$4 to=$3 turn=(reverse)
+  fi
+  synth "$name-a" "$seconds" square "$from/$to" 0 0 14
+  synth "$name-b" "$seconds" square "$(half "$from")/$(half "$to")" 0 30 9
+  synth "$name-s" "$seconds" sine "$from/$to"
+  noise "$name-c" $noise_at "$seconds" bandpass 900 2o
+  noise_at=$((noise_at + 6))
+  effect "$name-c" "$name-d" synth "$seconds" sawtooth amod "$from/$to" 0 50
+  layers "$name-e" "$name-a" 0.55 "$name-b" 0.45 "$name-s" 0.35 "$name-d" 0.22
+  effect "$name-e" "$name" "${turn[@]}" equalizer 130 1.0q 7 equalizer 270 1.6q 6 \
+    equalizer 560 2q 5 lowpass 1500 overdrive 14 15 lowpass 2600
 }
-stroke cough 0.10 30 48
-stroke rise 0.34 46 158
-stroke fall 0.55 158 62
-stroke idle 0.75 60 57
-noise bang 40 0.09 lowpass 900 fade l 0.001 0.09 0.088
+half() { awk "BEGIN { print $1 / 2 }"; }
+stroke cough 0.14 19 24
+stroke rise 0.36 26 118
+stroke fall 0.60 118 38
+stroke idle 0.75 36 33
+effect idle idle-low vol 0.6
+noise bang 60 0.09 lowpass 900 fade l 0.001 0.09 0.088
 
-effect cough cough1 fade t 0.004 0.10 0.02
-effect rise rise1 fade t 0.01 0.34 0.015
-effect fall fall1 fade t 0.008 0.55 0.02
-effect idle idle1 fade t 0.02 0.75 0.60
+effect cough cough1 fade t 0.004 0.14 0.02
+effect rise rise1 fade t 0.01 0.36 0.015
+effect fall fall1 fade t 0.008 0.60 0.02
+effect idle-low idle1 fade t 0.02 0.75 0.60
 sox -V1 cough1.wav rise1.wav fall1.wav idle1.wav -e float -b 32 engine.wav
 effect engine engine1 pad $crank
 effect bang bang1 pad $crank
-layers both starter1 0.9 engine1 1.0 bang1 2.2
-publish both -3 equalizer 2600 1q 2 fade t 0 2.3 0.5
+layers both starter1 1.3 engine1 1.0 bang1 1.6
+publish both -5 equalizer 2600 1q 2 fade t 0 2.3 0.5
