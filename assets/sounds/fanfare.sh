@@ -4,9 +4,12 @@
 # shellcheck source=common.sh
 source "$(dirname "$0")/common.sh"
 
+soundfont=/usr/share/sounds/sf2/TimGM6mb.sf2
+[ -r "$soundfont" ] || { echo "$soundfont is missing: install timgm6mb-soundfont" >&2; exit 1; }
+
 abc2midi "$here/fanfare.abc" -o score.mid >/dev/null
 fluidsynth -ni -q -r 44100 -g 0.35 -T wav -O float -F played.wav \
-  /usr/share/sounds/sf2/TimGM6mb.sf2 score.mid 2>/dev/null
+  "$soundfont" score.mid 2>/dev/null
 effect played band remix - compand 0.01,0.2 6:-50,-50,-30,-24,-14,-10,0,-5
 
 lead_in=0.35 # seconds of sweep before the first beat
