@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # A car door falls shut: the latch clicks, the heavy panel thuds into its rubber, the lock drops in
 # and the sheet metal shivers for a moment. All of it is over when the starter begins, after 0.45 s.
-# shellcheck source=common.sh
+# shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "$0")/common.sh"
 
 # The latch's tongue meets the striker.

@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # "Well done": four bell notes climb a C major chord, the last of them rings.
-# shellcheck source=common.sh
+# shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "$0")/common.sh"
 
 # bell NAME HZ SECONDS: a struck bar: its tone, the overtones that die away sooner, and the mallet.
 bell() {
   local name=$1 hz=$2 seconds=$3
-  local half=$(awk "BEGIN{print $seconds*0.55}") quick=$(awk "BEGIN{print $seconds*0.22}")
+  local half quick
+  half=$(awk "BEGIN{print $seconds*0.55}")
+  quick=$(awk "BEGIN{print $seconds*0.22}")
   synth "$name-1" "$seconds" sine "$hz" fade l 0.002 "$seconds" "$seconds"
   synth "$name-2" "$half" sine "$(awk "BEGIN{print $hz*2.005}")" fade l 0.001 "$half" "$half"
   synth "$name-4" "$quick" sine "$(awk "BEGIN{print $hz*3.98}")" fade l 0.001 "$quick" "$quick"

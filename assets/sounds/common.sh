@@ -1,7 +1,9 @@
+# shellcheck shell=bash
 # What the recipes share. A recipe is a bash script that is called as "recipe OUT.mp3"; it sources
 # this file, works in a scratch folder with 44,100 Hz mono sound, and ends with "publish".
 set -euo pipefail
 
+# shellcheck disable=SC2034 # for recipes that read a file of this folder
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 out=$(realpath -m "$1")
 work=$(mktemp -d)

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # A grandstand cheers: a roar that swells at once and stays, single voices that whoop and shout out
 # of it, whistles, and people clapping, each at a pace of their own. 10 s; the game fades it from 6 s.
-# shellcheck source=common.sh
+# shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "$0")/common.sh"
 
 seconds=10
@@ -12,6 +12,9 @@ dice() {
   seed=$(((seed * 1103515245 + 12345) % 2147483648))
   die=$(($1 + (seed >> 8) % ($2 - $1 + 1)))
 }
+
+# ms COUNT: milliseconds as sox wants them, in seconds.
+ms() { printf '%d.%03d' $(($1 / 1000)) $(($1 % 1000)); }
 
 # level NAME DB: NAME brought to DB RMS below full scale, so that the layers' shares are plain figures.
 level() {
@@ -31,14 +34,13 @@ layers roar roar-a 1.0 roar-b 0.8 roar-c 0.3
 # voice NAME START_MS LENGTH_MS HZ TOP FORMANT1 FORMANT2
 voice() {
   local rise=$(($3 * 35 / 100)) fall=$(($3 * 65 / 100))
-  synth up 0.$(printf %03d $((rise % 1000))) sawtooth "$4/$5"
-  synth down $((fall / 1000)).$(printf %03d $((fall % 1000))) sawtooth "$5:$(($4 * 85 / 100))"
+  synth up "$(ms $rise)" sawtooth "$4/$5"
+  synth down "$(ms $fall)" sawtooth "$5:$(($4 * 85 / 100))"
   sox -V1 up.wav down.wav buzz.wav tremolo 6.3 30
   effect buzz mouth1 bandpass "$6" 0.5o
   effect buzz mouth2 bandpass "$7" 0.45o
   layers mouths mouth1 1 mouth2 0.8
-  effect mouths "$1" gain -n -6 fade t 0.06 $(($3 / 1000)).$(printf %03d $(($3 % 1000))) 0.2 \
-    pad $(($2 / 1000)).$(printf %03d $(($2 % 1000)))
+  effect mouths "$1" gain -n -6 fade t 0.06 "$(ms "$3")" 0.2 pad "$(ms "$2")"
 }
 
 # choir NAME COUNT LOWEST HIGHEST: COUNT voices between two pitches, Hz. The first third of them breaks
@@ -58,7 +60,7 @@ choir() {
       *) voice "v$i" "$start" "$length" "$pitch" "$top" 560 1900 ;;     # "hey"
     esac
     dice 25 100
-    mix+=("v$i" "0.$(printf %03d $((die * 9)))")
+    mix+=("v$i" "$(ms $((die * 9)))")
   done
   layers "$1" "${mix[@]}"
 }
@@ -73,8 +75,7 @@ for i in 1 2 3 4 5 6; do
   dice 1750 2250; low=$die
   synth up 0.16 sine "$low/$((low * 3 / 2))"
   synth down 0.34 sine "$((low * 3 / 2))/$((low * 11 / 10))"
-  sox -V1 up.wav down.wav "w$i.wav" tremolo 17 20 fade t 0.03 0.5 0.12 \
-    pad $((start / 1000)).$(printf %03d $((start % 1000)))
+  sox -V1 up.wav down.wav "w$i.wav" tremolo 17 20 fade t 0.03 0.5 0.12 pad "$(ms $start)"
   mix+=("w$i" 0.5)
 done
 layers whistles "${mix[@]}"
@@ -87,7 +88,7 @@ for ((i = 1; i <= 24; i++)); do
   dice 135 260; gap=$die
   dice 35 99; share=$die
   noise clap $((i * 2 + 1)) 0.030 bandpass $colour 1.1o fade l 0.0008 0.030 0.029 pad 0 0.$gap
-  effect clap "k$i" repeat 60 pad 0.$(printf %03d $start) trim 0 $seconds
+  effect clap "k$i" repeat 60 pad "$(ms $start)" trim 0 $seconds
   mix+=("k$i" 0.$share)
 done
 layers claps "${mix[@]}"

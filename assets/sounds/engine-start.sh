@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # An engine starts: the starter's pinion whines against the compressions, the engine coughs, catches,
 # is revved once and falls to its idle. A race begins 1.5 s after its first sample.
-# shellcheck source=common.sh
+# shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "$0")/common.sh"
 
 crank=0.62 # seconds of starter before the engine catches

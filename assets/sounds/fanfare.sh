@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The winner's electronic fanfare: a score (fanfare.abc) on synthesisers, with a noise that sweeps up
 # into its first and its last beat, as dance music announces them.
-# shellcheck source=common.sh
+# shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "$0")/common.sh"
 
 soundfont=/usr/share/sounds/sf2/TimGM6mb.sf2
