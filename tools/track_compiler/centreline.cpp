@@ -86,7 +86,8 @@ void fit_radii(Course const& course, std::vector<Corner>& corners) {
         auto const room = [&](std::size_t neighbour, double leg) {
             return course.points[neighbour].radius_given ? leg - corners[neighbour].cut : leg / 2.0;
         };
-        double const cut = std::min(room(before, corners[before].leg), room(after, corners[i].leg));
+        double const cut =
+            std::max(0.0, std::min(room(before, corners[before].leg), room(after, corners[i].leg)));
         double const per_radius = std::max(cut_per_radius(corners[i]), 1e-9);
         fitted[i].radius = std::min(course.points[i].radius, cut / per_radius);
         fitted[i].cut = fitted[i].radius * cut_per_radius(corners[i]);
@@ -94,22 +95,24 @@ void fit_radii(Course const& course, std::vector<Corner>& corners) {
     corners = std::move(fitted);
 }
 
-void check_radii(Course const& course, std::vector<Corner> const& corners, Faults& faults) {
+void check_fit(Course const& course, std::vector<Corner> const& corners, Faults& faults) {
     for (std::size_t i = 0; i < corners.size(); i++) {
-        Corner const& corner = corners[i];
         Corner const& after = corners[next_of(i, corners.size())];
-        int const line = course.points[i].line;
-        if (corner.cut + after.cut > corner.leg + 0.01) {
-            faults.push_back({line, "the road is broken: this corner's arc and the next one's do "
-                                    "not fit on the " +
-                                        std::to_string(std::lround(corner.leg)) +
-                                        " cells between them"});
-        }
-        if (std::fabs(corner.turn) > 0.02 && corner.radius < MIN_RADIUS) {
-            faults.push_back({line, "the corner is too tight: its radius comes to " +
-                                        std::to_string(std::lround(corner.radius)) +
+        if (corners[i].cut + after.cut <= corners[i].leg + 0.01) continue;
+        faults.push_back({course.points[i].line,
+                          "the road is broken: this corner's arc and the next one's do not fit on "
+                          "the " +
+                              std::to_string(std::lround(corners[i].leg)) + " cells between them"});
+    }
+}
+
+void check_tightness(Course const& course, std::vector<Corner> const& corners, Faults& faults) {
+    for (std::size_t i = 0; i < corners.size(); i++) {
+        if (std::fabs(corners[i].turn) <= 0.02 || corners[i].radius >= MIN_RADIUS) continue;
+        faults.push_back(
+            {course.points[i].line, "the corner is too tight: its radius comes to " +
+                                        std::to_string(std::lround(corners[i].radius)) +
                                         " cells and a car needs 30"});
-        }
     }
 }
 
@@ -248,7 +251,8 @@ std::optional<Centreline> build_centreline(Course const& course, Faults& faults)
     std::vector<Corner> corners = measure_corners(course, faults);
     if (faults.size() != before) return std::nullopt;
     fit_radii(course, corners);
-    check_radii(course, corners, faults);
+    check_fit(course, corners, faults);
+    if (faults.size() == before) check_tightness(course, corners, faults);
     if (faults.size() != before) return std::nullopt;
     std::vector<Piece> const pieces = lay_pieces(course, corners);
     Centreline line = sample_pieces(course, pieces);

@@ -46,6 +46,7 @@ std::vector<DataLine> split_data(std::string const& text, Faults& faults) {
             std::string word;
             if (!take_word(line, at, word)) {
                 faults.push_back({number, "a quote is not closed"});
+                data.words.clear(); // what was read of the line means nothing
                 break;
             }
             data.words.push_back(std::move(word));

@@ -3,11 +3,13 @@
 #include "render/image.h"
 #include "track_compiler/noise.h"
 #include "track_compiler/scenery.h"
+#include "track_compiler/stencil.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <numbers>
 #include <span>
 
 namespace {
@@ -29,9 +31,22 @@ std::uint32_t pack(Colour colour) {
     return 0xFF000000U | channel(colour.b) << 16U | channel(colour.g) << 8U | channel(colour.r);
 }
 
-double noise(Point at, double size, std::uint32_t seed) {
+Colour unpack(std::uint32_t pixel) {
+    auto const channel = [&](unsigned shift) {
+        return static_cast<float>((pixel >> shift) & 0xFFU) / 255.0F;
+    };
+    return {channel(0), channel(8), channel(16)};
+}
+
+// Clouds for what is seen from afar, single noise for what is only texture: it is four times
+// cheaper, and there are millions of pixels.
+double clouds(Point at, double size, std::uint32_t seed) {
     return static_cast<double>(
         cloud_noise(static_cast<float>(at.x / size), static_cast<float>(at.y / size), seed));
+}
+double speckle(Point at, double size, std::uint32_t seed) {
+    return static_cast<double>(
+        value_noise(static_cast<float>(at.x / size), static_cast<float>(at.y / size), seed));
 }
 
 Colour area_colour(Theme const& theme, GroundKind kind) {
@@ -56,25 +71,64 @@ Colour area_colour(Theme const& theme, GroundKind kind) {
     return theme.ground_light;
 }
 
+// The patch of other ground that a place lies on, the last one that covers it; null for none.
+GroundArea const* area_at(Course const& course, Point at) {
+    GroundArea const* found = nullptr;
+    for (GroundArea const& area : course.areas) {
+        if (inside(area, at)) found = &area;
+    }
+    return found;
+}
+
+// Distance to the patch's outline, for its shore.
+double shore_distance(GroundArea const& area, Point at) {
+    double nearest = 1e9;
+    for (std::size_t i = 0, j = area.corners.size() - 1; i < area.corners.size(); j = i++) {
+        Point const leg = area.corners[i] - area.corners[j];
+        Point const offset = at - area.corners[j];
+        double const t = std::clamp(dot(offset, leg) / std::max(dot(leg, leg), 1e-9), 0.0, 1.0);
+        nearest = std::min(nearest, length(offset - t * leg));
+    }
+    return nearest;
+}
+
+// From the beach through the shallows into the deep, with an uneven edge.
+Colour water_colour(Theme const& theme, GroundArea const& area, Point at) {
+    double const depth = shore_distance(area, at) + 16.0 * (speckle(at, 30.0, 8) - 0.5);
+    Colour const deep = mix(theme.water_shallow, theme.water_deep,
+                            smoothstep(10.0, 90.0, depth + 30.0 * speckle(at, 60.0, 9)));
+    double const foam = smoothstep(3.0, 5.0, depth) - smoothstep(6.0, 9.0, depth);
+    Colour const wet = mix(deep, Colour{1.0F, 1.0F, 1.0F}, 0.5 * foam);
+    return mix(theme.shore, wet, smoothstep(2.0, 5.0, depth));
+}
+
 Colour land_colour(PaintSource const& source, Point at, double edge) {
     Theme const& theme = source.theme;
-    Colour colour = mix(theme.ground_dark, theme.ground_light, noise(at, 70.0, 1));
-    for (GroundArea const& area : source.course.areas) {
-        if (inside(area, at)) colour = area_colour(theme, area.kind);
+    GroundArea const* const area = area_at(source.course, at);
+    Colour colour = mix(theme.ground_dark, theme.ground_light, clouds(at, 70.0, 1));
+    if (area != nullptr && area->kind == GroundKind::water) {
+        colour = water_colour(theme, *area, at);
+    } else if (area != nullptr) {
+        double const in = shore_distance(*area, at) + 14.0 * (speckle(at, 14.0, 10) - 0.5);
+        double const tone = 0.9 + 0.2 * clouds(at, 40.0, 1);
+        colour = mix(colour, shade(area_colour(theme, area->kind), tone), smoothstep(0.0, 8.0, in));
     }
-    colour = mix(theme.verge, colour, smoothstep(8.0, 40.0, edge + 20.0 * noise(at, 20.0, 2)));
-    return shade(colour, 1.0 + 0.3 * theme.grain * (noise(at, 3.0, 3) - 0.5));
+    if (edge < 40.0) {
+        double const away = edge + 20.0 * speckle(at, 20.0, 2);
+        colour = mix(theme.verge, colour, smoothstep(8.0, 40.0, away));
+    }
+    return shade(colour, 1.0 + 0.3 * theme.grain * (speckle(at, 1.2, 3) - 0.5));
 }
 
 Colour road_colour(PaintSource const& source, Point at, RoadPlace const& place) {
     Theme const& theme = source.theme;
     double const racing = source.racing[source.line.index_at(place.along)];
     double const off = std::fabs(place.lateral - racing);
-    double const worn = 0.8 * (1.0 - smoothstep(4.0, 26.0, off + 8.0 * noise(at, 40.0, 4)));
+    double const worn = 0.8 * (1.0 - smoothstep(4.0, 26.0, off + 8.0 * speckle(at, 40.0, 4)));
     Colour colour = mix(theme.road, theme.road_worn, worn);
-    double const dust = 1.0 - smoothstep(0.0, 12.0, -place.edge + 8.0 * (noise(at, 12.0, 5) - 0.5));
-    colour = mix(colour, theme.road_edge, 0.7 * dust);
-    return shade(colour, 1.0 + 0.25 * theme.road_grain * (noise(at, 2.0, 6) - 0.5));
+    double const away = -place.edge + 8.0 * (speckle(at, 12.0, 5) - 0.5);
+    colour = mix(colour, theme.road_edge, 0.7 * (1.0 - smoothstep(0.0, 12.0, away)));
+    return shade(colour, 1.0 + 0.25 * theme.road_grain * (speckle(at, 0.9, 6) - 0.5));
 }
 
 Colour ground_colour(PaintSource const& source, Point at) {
@@ -88,7 +142,7 @@ Colour ground_colour(PaintSource const& source, Point at) {
     case Surface::kerb_white:
         return theme.kerb_white;
     case Surface::rim:
-        return mix(theme.rim_dark, theme.rim_light, noise(at, 6.0, 7));
+        return mix(theme.rim_dark, theme.rim_light, speckle(at, 5.0, 7));
     case Surface::land:
         return land_colour(source, at, place.edge);
     }
@@ -161,6 +215,32 @@ void paint_box(Picture const& picture, Point middle, double radius, Paint paint)
     }
 }
 
+// Worn paint on whatever ground is there, also on the road.
+void paint_lettering(Theme const& theme, Lettering const& lettering, Picture const& picture) {
+    double const wide =
+        lettering.height * STENCIL_ASPECT * static_cast<double>(lettering.text.size());
+    Point const along = direction(lettering.angle);
+    double const radius = std::hypot(wide, lettering.height) / 2.0;
+    paint_box(picture, lettering.at, radius, [&](std::uint32_t& pixel, Point offset) {
+        double const x = (dot(offset, along) + wide / 2.0) / lettering.height;
+        double const y = cross(along, offset) / lettering.height + 0.5;
+        if (!stencil_covers(lettering.text, x, y)) return;
+        double const left = 0.75 * smoothstep(0.1, 0.5, speckle(lettering.at + offset, 3.0, 11));
+        pixel = pack(mix(unpack(pixel), theme.ink, left));
+    });
+}
+
+// A thing's shadow falls by its height, which goes with its smaller side.
+void paint_shadow(PaintSource const& source, SceneryItem const& item, Picture const& picture) {
+    Theme const& theme = source.theme;
+    double const fall = 0.35 * theme.shadow_length * std::min(item.length, item.width);
+    Point const shift = fall * direction(theme.shadow_angle * std::numbers::pi / 180.0);
+    double const radius = std::hypot(item.length, item.width) / 2.0;
+    paint_box(picture, item.at + shift, radius, [&](std::uint32_t& pixel, Point offset) {
+        if (covers(item, offset)) pixel = pack(shade(unpack(pixel), 1.0 - theme.shadow));
+    });
+}
+
 void paint_item(PaintSource const& source, SceneryItem const& item, Picture const& picture) {
     double const radius = std::hypot(item.length, item.width) / 2.0;
     paint_box(picture, item.at, radius, [&](std::uint32_t& pixel, Point offset) {
@@ -188,6 +268,10 @@ SurfaceHandle paint_track(PaintSource const& source) {
                            static_cast<std::size_t>(x)] = pack(colour);
         }
     }
+    for (Lettering const& lettering : source.course.letterings) {
+        paint_lettering(source.theme, lettering, picture);
+    }
+    for (SceneryItem const& item : source.items) paint_shadow(source, item, picture);
     for (SceneryItem const& item : source.items) paint_item(source, item, picture);
     return surface;
 }

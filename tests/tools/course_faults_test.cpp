@@ -1,0 +1,98 @@
+// Descriptions that are wrong in form, and courses that could not be raced.
+
+#include "support/files.h"
+#include "tools/courses.h"
+#include "track_compiler/course_parser.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using testing::HasSubstr;
+
+struct Broken {
+    char const* what; // in the small course
+    char const* with;
+    int line;
+    char const* cause;
+};
+
+TEST(CourseParser, TellsLineAndCauseOfEveryBadStatement) {
+    constexpr std::array<Broken, 15> CASES{{
+        {"width  60", "width  sixty", 4, "\"sixty\" is not a number"},
+        {"width  60", "width  600", 4, "between 40 and 240"},
+        {"width  60", "width", 4, "the width is missing"},
+        {"width  60", "widht  60", 4, "widht: no such field"},
+        {"width  60", "width  60 70", 4, "\"70\" is one value too many"},
+        {"width  60", "width  nan", 4, "not a number"},
+        {"\"Small Course\"", "\"Small Course", 1, "a quote is not closed"},
+        {"size   800 500", "size   800 320", 3, "between 321 and 4096"},
+        {"size   800 500", "# no size", 13, "the size is missing"},
+        {"start  418 100", "", 13, "the start is missing"},
+        {"goal   400 60 400 140", "", 13, "the goal line is missing"},
+        {"start  418 100", "start  418 100\nstart 1 1", 9, "one start"},
+        {"width 80", "wide 80", 11, "\"wide\" is none of"},
+        {"pine   400 250 30", "scatter house 3 2 5", 13, "no kind of round thing"},
+        {"pine   400 250 30", "area lava 1 1 2 2 3 1", 13, "no kind of ground"},
+    }};
+    for (Broken const& broken : CASES) {
+        SCOPED_TRACE(broken.with);
+        Faults faults;
+        EXPECT_FALSE(parse_course(replaced(small_course(), broken.what, broken.with), faults));
+        ASSERT_EQ(faults.size(), 1U);
+        EXPECT_EQ(faults[0].line, broken.line);
+        EXPECT_THAT(faults[0].cause, HasSubstr(broken.cause));
+    }
+}
+
+TEST(CourseChecks, RefuseWhatCouldNotBeRaced) {
+    constexpr std::array<Broken, 15> CASES{{
+        {"point  700 400", "point  700 490", 11, "off the grid"},
+        {"point  100 400", "point  700 400", 12, "two points in one place"},
+        {"point  100 400", "point  100 400 radius 20", 12, "between 30 and 4000"},
+        {"point  100 400", "point  100 400 radius 320", 12, "do not fit on the 300 cells"},
+        {"point  100 400", "point  650 180\npoint 100 400", 12, "too tight"},
+        {"point  100 400", "point  400 140\npoint 100 400", 12, "runs into itself"},
+        {"goal   400 60 400 140", "goal   400 60 420 140", 7, "level or upright"},
+        {"goal   400 60 400 140", "goal   400 200 400 300", 7, "does not lie on the road"},
+        {"goal   400 60 400 140", "goal   400 60 400 110", 7, "from wall to wall"},
+        {"goal   400 60 400 140", "goal   400 60 400 440", 7, "crosses the road twice"},
+        {"goal   400 60 400 140", "goal   350 95 450 95", 7, "from wall to wall"},
+        {"start  418 100", "start  382 100", 8, "2 to 40 cells past the goal line"},
+        {"start  418 100", "start  418 128", 8, "does not lie on the road"},
+        {"goal   400 60 400 140  # upright\nstart  418 100",
+         "goal   230 60 230 140\nstart  248 100", 8, "no run-up"},
+        {"pine   400 250 30", "pine   400 140 30", 13, "stands on the road"},
+    }};
+    for (Broken const& broken : CASES) {
+        SCOPED_TRACE(broken.with);
+        Faults faults;
+        EXPECT_FALSE(compile_text(replaced(small_course(), broken.what, broken.with), faults));
+        ASSERT_FALSE(faults.empty());
+        EXPECT_EQ(faults[0].line, broken.line);
+        EXPECT_THAT(faults[0].cause, HasSubstr(broken.cause));
+    }
+}
+
+TEST(TrackCompiler, NamesFileLineAndCauseAndFailsWithoutWritingATrack) {
+    TempDir const dir;
+    write_file(dir.path() / "x.course",
+               replaced(small_course(), "start  418 100", "start  382 100"));
+    std::string theme = read_file(std::string(BRINDLE_COURSES) + "/themes/coast.theme");
+    write_file(dir.path() / "plain.theme", theme);
+    std::string const call = std::string(TRACK_COMPILER) + " " + dir.file("x.course") + " " +
+                             dir.path().string() + " " + dir.file("1_x") + " 2> " +
+                             dir.file("errors");
+    int const status = std::system(call.c_str()); // NOLINT(cert-env33-c): our own program
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_THAT(read_file(dir.path() / "errors"),
+                testing::StartsWith(dir.file("x.course") + ":8: start: it must lie"));
+    EXPECT_FALSE(std::filesystem::exists(dir.path() / "1_x.trk"));
+}
+
+} // namespace

@@ -1,0 +1,124 @@
+// What the compiler makes of a good course: a track that the game loads, and a picture that shows
+// the same road.
+
+#include "support/canvas.h"
+#include "support/files.h"
+#include "tools/courses.h"
+#include "track_compiler/grid_writer.h"
+#include "world/track_file.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+std::optional<Track> written_and_loaded(std::string const& text) {
+    Faults faults;
+    std::optional<CompiledCourse> const made = compile_text(text, faults);
+    for (Fault const& fault : faults) ADD_FAILURE() << fault.line << ": " << fault.cause;
+    if (!made) return std::nullopt;
+    TempDir const dir;
+    write_file(dir.path() / "1_x.trk", track_file_text(made->track));
+    Track track;
+    if (!load_track(dir.file("1_x.trk"), track)) return std::nullopt;
+    EXPECT_EQ(track.cells, made->track.cells);
+    EXPECT_EQ(track.start_angle, made->track.start_angle);
+    return track;
+}
+
+TEST(TrackCompiler, StartsPastTheLineInTheDirectionOfTravel) {
+    constexpr double PI = std::numbers::pi;
+    std::string const reversed_points =
+        "point  100 400\npoint  700 400 width 80\npoint  700 100\npoint  100 100\n";
+    std::string const points =
+        "point  100 100\npoint  700 100\npoint  700 400 width 80\npoint  100 400\n";
+    std::string const goal = "goal   400 60 400 140  # upright\nstart  418 100";
+    std::string const tall = replaced(small_course(), "size   800 500", "size   800 800");
+    std::string const tall_down = replaced(
+        replaced(tall, points, "point 100 100\npoint 700 100\npoint 700 700\npoint 100 700\n"),
+        goal, "goal 660 400 740 400\nstart 700 418");
+    struct Case {
+        std::string text;
+        double angle;
+        int past_x;
+        int past_y;
+    };
+    std::array<Case, 3> const cases{{
+        {small_course(), 0.0, 18, 0},
+        {replaced(replaced(small_course(), points, reversed_points), "start  418", "start  382"),
+         PI, -18, 0},
+        {tall_down, PI / 2, 0, 18},
+    }};
+    for (Case const& c : cases) {
+        std::optional<Track> const track = written_and_loaded(c.text);
+        ASSERT_TRUE(track);
+        EXPECT_NEAR(track->start_angle, c.angle, 1e-12);
+        int const middle_x = (track->goal_x1 + track->goal_x2) / 2;
+        int const middle_y = (track->goal_y1 + track->goal_y2) / 2;
+        EXPECT_NEAR(track->start_x - middle_x, c.past_x, 1);
+        EXPECT_NEAR(track->start_y - middle_y, c.past_y, 1);
+        // Just behind the line a car has the whole lap behind it.
+        std::size_t const behind = track->index(middle_x - c.past_x / 9, middle_y - c.past_y / 9);
+        EXPECT_GT(track->start_distance[behind], 1000);
+    }
+}
+
+TEST(TrackCompiler, LaysKerbsThatACarMayUse) {
+    std::optional<Track> const track = written_and_loaded(small_course());
+    ASSERT_TRUE(track);
+    int kerbs = 0;
+    for (int y = 0; y < track->height; y++) {
+        for (int x = 0; x < track->width; x++) {
+            std::uint8_t const cell = track->cells[track->index(x, y)];
+            if (cell != 'r' && cell != 'w') continue;
+            kerbs++;
+            ASSERT_TRUE(cell_is_passable(*track, x, y)) << x << " " << y;
+        }
+    }
+    EXPECT_GT(kerbs, 1000);
+}
+
+// The letter of the grid that a pixel of the plain theme shows.
+char shown(SDL_Color pixel) {
+    bool const red = pixel.r > 100;
+    if (red && pixel.g > 100) return 'r';
+    if (red && pixel.b > 100) return 'w';
+    if (red) return '.';
+    return pixel.b > pixel.g ? 'b' : 'g';
+}
+
+TEST(TrackCompiler, PaintsTheRoadThatTheGridHas) {
+    Faults faults;
+    std::optional<CompiledCourse> const made = compile_text(small_course(), faults);
+    ASSERT_TRUE(made);
+    SurfaceHandle const picture = paint_track(made->paint_source());
+    ASSERT_TRUE(picture);
+    ASSERT_EQ(picture->w, made->track.width * PICTURE_SCALE);
+    ASSERT_EQ(picture->h, made->track.height * PICTURE_SCALE);
+    // A cell that is like all its neighbours is shown as such by every pixel; at an edge the
+    // picture may be finer than the grid, but never by more than a cell.
+    int wrong = 0;
+    for (int y = 1; y + 1 < made->track.height; y++) {
+        for (int x = 1; x + 1 < made->track.width; x++) {
+            char const cell = static_cast<char>(made->track.cells[made->track.index(x, y)]);
+            bool inner = std::abs(x - made->track.goal_x1) > 30; // grid slots and chequers
+            for (int dy = -1; dy <= 1; dy++) {
+                for (int dx = -1; dx <= 1; dx++) {
+                    inner = inner && made->track.cells[made->track.index(x + dx, y + dy)] == cell;
+                }
+            }
+            if (!inner) continue;
+            for (int i = 0; i < PICTURE_SCALE * PICTURE_SCALE; i++) {
+                SDL_Color const pixel = surface_pixel(picture.get(), x * PICTURE_SCALE + i % 2,
+                                                      y * PICTURE_SCALE + i / 2);
+                wrong += shown(pixel) == cell ? 0 : 1;
+            }
+        }
+    }
+    EXPECT_EQ(wrong, 0);
+}
+
+} // namespace
