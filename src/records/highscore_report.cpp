@@ -146,8 +146,10 @@ double picture_commands(Pdf const& pdf, Card const& card, double left, double to
 }
 
 std::string card_commands(Pdf const& pdf, Card const& card, std::size_t place) {
-    double const left = 40.0 + 269.5 * static_cast<double>(place % 2);
-    double const top = 762.0 - 210.0 * static_cast<double>(place / 2);
+    std::size_t const column = place % 2;
+    std::size_t const row = place / 2;
+    double const left = 40.0 + 269.5 * static_cast<double>(column);
+    double const top = 762.0 - 210.0 * static_cast<double>(row);
     double const centre = left + CARD_WIDTH * 0.5;
     std::string commands = pdf.frame_cmd(left, top - 196.0, CARD_WIDTH, CARD_HEIGHT);
     commands += centred(pdf, centre, top - 14.0, card.title, 13.0, true);

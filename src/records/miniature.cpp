@@ -121,9 +121,10 @@ void Pen::line(Place from, Place to) const {
     clip_way(from.x, dx, -reach, surface->w + reach, first, last);
     clip_way(from.y, dy, -reach, surface->h + reach, first, last);
     if (first > last) return;
-    double const end = std::min(steps, std::ceil(last * steps));
-    for (double k = std::floor(first * steps); k <= end; ++k) {
-        dot(from.x + dx * k / steps, from.y + dy * k / steps);
+    auto const end = static_cast<std::int64_t>(std::min(steps, std::ceil(last * steps)));
+    for (auto k = static_cast<std::int64_t>(first * steps); k <= end; ++k) {
+        auto const way = static_cast<double>(k);
+        dot(from.x + dx * way / steps, from.y + dy * way / steps);
     }
 }
 
