@@ -56,7 +56,7 @@ TEST(CourseChecks, RefuseWhatCouldNotBeRaced) {
         {"point  100 400", "point  700 400", 12, "two points in one place"},
         {"point  100 400", "point  100 400 radius 20", 12, "between 30 and 4000"},
         {"point  100 400", "point  100 400 radius 320", 12, "do not fit on the 300 cells"},
-        {"point  100 400", "point  650 180\npoint 100 400", 12, "too tight"},
+        {"point  100 400", "point  650 180\npoint 100 400", 11, "too tight"},
         {"point  100 400", "point  400 140\npoint 100 400", 12, "runs into itself"},
         {"goal   400 60 400 140", "goal   400 60 420 140", 7, "level or upright"},
         {"goal   400 60 400 140", "goal   400 200 400 300", 7, "does not lie on the road"},

@@ -53,13 +53,13 @@ std::vector<Corner> measure_corners(Course const& course, Faults& faults) {
         Point const after = course.points[next_of(i, count)].at;
         Corner& corner = corners[i];
         corner.leg = distance(here, after);
-        if (corner.leg < STEP || distance(before, here) < STEP) {
+        if (distance(before, here) < STEP) {
             faults.push_back(
                 {course.points[i].line, "the road is broken: two points in one place"});
             return corners;
         }
         corner.in = 1.0 / distance(before, here) * (here - before);
-        corner.out = 1.0 / corner.leg * (after - here);
+        corner.out = 1.0 / std::max(corner.leg, TINY_LENGTH) * (after - here);
         corner.turn = std::atan2(cross(corner.in, corner.out), dot(corner.in, corner.out));
         if (std::fabs(corner.turn) > 0.95 * std::numbers::pi) {
             faults.push_back({course.points[i].line,
