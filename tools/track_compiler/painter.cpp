@@ -149,6 +149,14 @@ Colour ground_colour(PaintSource const& source, Point at) {
     return theme.road;
 }
 
+// The squares of an exercise book, printed over everything that lies flat.
+Colour with_squares(Theme const& theme, Point at, Colour colour) {
+    constexpr double SQUARE = 20.0; // cells
+    auto const off = [](double value) { return std::fabs(std::remainder(value, SQUARE)); };
+    bool const on_line = std::min(off(at.x), off(at.y)) < 0.5;
+    return on_line ? mix(colour, theme.water_deep, 0.7 * theme.paper) : colour;
+}
+
 // Chequers on the goal line's cells and the strip before it.
 Colour with_goal(PaintSource const& source, Point at, Colour colour) {
     Track const& track = source.track;
@@ -179,6 +187,10 @@ Colour item_colour(Theme const& theme, SceneryItem const& item, Point offset) {
         return shade(theme.wall, 0.8 + 0.3 * light);
     case SceneryKind::lamp:
         return theme.lamp;
+    case SceneryKind::boat:
+        return shade(theme.wall, 1.0 + 0.2 * light);
+    case SceneryKind::hay:
+        return shade(theme.field, 0.8 + 0.3 * light);
     case SceneryKind::tyres:
         return Colour{0.1F, 0.1F, 0.1F};
     default:
@@ -244,7 +256,10 @@ void paint_shadow(PaintSource const& source, SceneryItem const& item, Picture co
 void paint_item(PaintSource const& source, SceneryItem const& item, Picture const& picture) {
     double const radius = std::hypot(item.length, item.width) / 2.0;
     paint_box(picture, item.at, radius, [&](std::uint32_t& pixel, Point offset) {
-        if (covers(item, offset)) pixel = pack(item_colour(source.theme, item, offset));
+        if (!covers(item, offset)) return;
+        bool const lit = item.kind == SceneryKind::lamp; // lamps shine through the night
+        double const light = lit ? 1.0 : 1.0 - 0.6 * source.theme.dark;
+        pixel = pack(shade(item_colour(source.theme, item, offset), light));
     });
 }
 
@@ -263,7 +278,8 @@ SurfaceHandle paint_track(PaintSource const& source) {
     for (int y = 0; y < height; y++) {
         for (int x = 0; x < width; x++) {
             Point const at = pixel_place(x, y);
-            Colour const colour = with_goal(source, at, ground_colour(source, at));
+            Colour const flat = with_squares(source.theme, at, ground_colour(source, at));
+            Colour const colour = shade(with_goal(source, at, flat), 1.0 - 0.6 * source.theme.dark);
             picture.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
                            static_cast<std::size_t>(x)] = pack(colour);
         }
