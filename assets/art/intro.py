@@ -512,18 +512,18 @@ def foreground():
 
 def title():
     advance = {"B": 92, "R": 93, "I": 39, "N": 93, "D": 93, "L": 73, "E": 77, "U": 94}
-    x, letters = 0, ""
+    x, letters, holes = 0, "", ""
     for letter in "BRINDLE RUN":
         letters += f'<use href="#{letter}" x="{x}"/>' if letter != " " else ""
+        holes += f'<use href="#{letter}-hole" x="{x}"/>' if letter in "BRD" else ""
         x += advance.get(letter, 36)
-    out.append(f'<g id="title">{letters}</g>')
-    shown = out.pop()
-    out.append(f"<defs>{shown}</defs>")
+    out.append(f'<defs><g id="title">{letters}</g><g id="title-holes">{holes}</g></defs>')
     out.append('<g transform="translate(308,92) skewX(-12) scale(2.3)">')
     out.append('<use href="#title" transform="translate(2.5,6)" stroke="#050818" stroke-width="21" stroke-linejoin="round" fill="#050818" opacity=".85"/>')
     out.append('<use href="#title" stroke="url(#rim)" stroke-width="19" stroke-linejoin="round" fill="none"/>')
+    out.append('<use href="#title-holes" fill="#160a26"/>')
     out.append('<use href="#title" stroke="#160a26" stroke-width="9" stroke-linejoin="round" fill="#160a26"/>')
-    out.append('<use href="#title" fill="url(#gold)"/></g>')
+    out.append('<use href="#title" fill="url(#gold)" stroke="#fff6cf" stroke-width="1.6" stroke-linejoin="round"/></g>')
 
 
 def picture():
