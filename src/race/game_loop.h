@@ -32,6 +32,9 @@ public:
 
     // Events and keys (race_keys.cpp).
     void poll_events();
+
+    // The two small displays that answer a key (race_messages.cpp). The toast is a big centred
+    // line that fades out, the OSD a small coloured one at (x, y) in logical pixels.
     void show_toast(char const* text);
     void draw_toast(char const* text, unsigned now);
     void draw_osd(TTF_Font* font, char const* text, int x, int y, SDL_Color color);
@@ -43,6 +46,11 @@ public:
     bool load_into(std::string const& path);
     void reset_players();
     void clear_records();
+    // Puts the race back to its start in the mode it is in, countdown included. `clear` forgets
+    // the best laps in memory.
+    void restart_race(bool clear, bool keep_music);
+    // Ends the race for both players and starts the high-score music.
+    void enter_game_over(std::uint32_t now);
     void apply_music();
     char const* pick_race_music();
     bool rebuild_track_texture();

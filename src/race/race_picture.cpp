@@ -1,0 +1,116 @@
+#include "race/race_picture.h"
+
+#include "race/clocks.h"
+#include "race/game_loop.h"
+#include "records/ghost_trace.h"
+#include "render/hud.h"
+#include "render/overlays.h"
+#include "render/track_view.h"
+
+#include <SDL.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace {
+
+constexpr int SCREEN_W = 1280;
+constexpr int SCREEN_H = 720;
+constexpr double STEP_MS = 10.0;
+constexpr float GAME_OVER_FADE_MS = 2000.0F;
+constexpr std::uint32_t FADE_IN_MS = 600;
+
+// One player's half of the picture, with what it takes from the other half.
+struct ViewPicture {
+    Player const& player;
+    CarState const& car;
+    Player const& other;
+    CarState const& other_car;
+    std::uint8_t winner_alpha; // strength of the winner's banner in this view, 0 for none
+};
+
+void draw_view(GameLoop const& g, RacePicture const& picture, ViewPicture const& v) {
+    PlayerView const& view = v.player.view;
+    auto const now_ms = static_cast<double>(g.sim.sim_time_ms);
+    CarState ghost;
+    bool const has_ghost =
+        g.ghost_visible && pick_ghost(v.player, now_ms, STEP_MS, picture.alpha, &ghost);
+    render_viewport(g.renderer, g.shown_tex, g.shown_w, g.shown_h, g.track, view, v.car,
+                    v.other.view, v.other_car, has_ghost ? &ghost : nullptr);
+
+    bool const counting = g.sim.countdown.active;
+    render_hud(g.renderer, view.viewport, view, v.player.car, g.sim.laps,
+               lap_clock(v.player, counting, now_ms), total_clock(v.player, counting, now_ms),
+               g.fonts, g.ghost_visible);
+    render_lap_overlay(g.renderer, view.viewport, view, g.fonts, picture.draw_tick);
+    render_last_lap_flash(g.renderer, view.viewport, view, g.fonts, picture.draw_tick);
+    if (v.winner_alpha != 0) {
+        render_winner_overlay(g.renderer, view.viewport, g.fonts, v.winner_alpha);
+    }
+}
+
+void draw_views(GameLoop const& g, RacePicture const& picture, std::uint8_t winner_alpha) {
+    auto banner = [&](Player const& player) {
+        return g.sim.winner == player.id ? winner_alpha : std::uint8_t{0};
+    };
+    Player const& red = g.sim.p1;
+    Player const& blue = g.sim.p2;
+    if (g.view_mode != 2) {
+        draw_view(g, picture, {red, picture.red, blue, picture.blue, banner(red)});
+    }
+    if (g.view_mode != 1) {
+        draw_view(g, picture, {blue, picture.blue, red, picture.red, banner(blue)});
+    }
+    if (g.view_mode == 0) render_divider(g.renderer, SCREEN_W, SCREEN_H);
+}
+
+void draw_fade_in(GameLoop& g, std::uint32_t now) {
+    if (g.fade_in_tick == 0) return;
+    std::uint32_t const elapsed = now - g.fade_in_tick;
+    if (elapsed >= FADE_IN_MS) {
+        g.fade_in_tick = 0;
+        return;
+    }
+    double const strength = 1.0 - elapsed / static_cast<double>(FADE_IN_MS);
+    SDL_SetRenderDrawBlendMode(g.renderer, SDL_BLENDMODE_BLEND);
+    SDL_SetRenderDrawColor(g.renderer, 0, 0, 0, static_cast<std::uint8_t>(strength * 255.0));
+    SDL_RenderFillRect(g.renderer, nullptr);
+}
+
+void draw_messages(GameLoop& g, std::uint32_t now) {
+    if (!g.toast_text.empty() && now < g.toast_until) g.draw_toast(g.toast_text.c_str(), now);
+
+    TTF_Font* font = g.fonts.hud_small;
+    int const line_h =
+        font == nullptr ? 18 : static_cast<int>(std::lround(TTF_FontHeight(font) / g.phys_scale));
+    if (g.show_fps) {
+        std::array<char, 32> text{};
+        std::snprintf(text.data(), text.size(), "%.0f fps", g.fps);
+        g.draw_osd(font, text.data(), 8, 36, {180, 230, 180, 255});
+    }
+    if (!g.osd_text.empty() && now < g.osd_until) {
+        g.draw_osd(font, g.osd_text.c_str(), 8, 36 + line_h, {240, 80, 70, 255});
+    }
+}
+
+} // namespace
+
+void draw_race(GameLoop& g, RacePicture const& picture) {
+    SDL_SetRenderDrawColor(g.renderer, 0, 0, 0, 255);
+    SDL_RenderClear(g.renderer);
+
+    float game_over_fade = 0.0F;
+    if (g.sim.game_over) {
+        auto const elapsed = static_cast<float>(picture.draw_tick - g.sim.game_over_tick);
+        game_over_fade = std::min(elapsed / GAME_OVER_FADE_MS, 1.0F);
+    }
+    auto const winner_alpha =
+        static_cast<std::uint8_t>(std::roundf((1.0F - game_over_fade) * 255.0F));
+    draw_views(g, picture, winner_alpha);
+    if (g.sim.game_over) {
+        render_game_over(g.renderer, SCREEN_W, SCREEN_H, g.fonts, game_over_fade);
+    }
+    draw_fade_in(g, picture.input_tick);
+    draw_messages(g, picture.input_tick);
+}

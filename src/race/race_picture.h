@@ -1,0 +1,21 @@
+#pragma once
+
+// One frame of the race screen, drawn from the state of the race; changes nothing in it.
+
+#include "world/car_state.h"
+
+#include <cstdint>
+
+class GameLoop;
+
+// What a frame is drawn from beside the race itself.
+struct RacePicture {
+    CarState red; // the cars between the last two steps; only drawing uses them
+    CarState blue;
+    double alpha;             // how far between the steps, 0..1
+    std::uint32_t input_tick; // SDL_GetTicks when the frame's events had been read
+    std::uint32_t draw_tick;  // SDL_GetTicks after its steps
+};
+
+// Draws both views with all that lies over them; presenting is the caller's.
+void draw_race(GameLoop& g, RacePicture const& picture);

@@ -1,0 +1,333 @@
+#include "audio/audio.h"
+#include "input/input_conf.h"
+#include "race/game_loop.h"
+#include "records/best_laps.h"
+#include "records/ghost_sprite.h"
+#include "records/ghost_trace.h"
+#include "render/car_sprite.h"
+#include "render/track_view.h"
+#include "render/view_settings.h"
+#include "screens/intro_screen.h"
+#include "screens/menu_loop.h"
+#include "world/track_file.h"
+
+#include <SDL.h>
+#include <SDL_image.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+
+namespace {
+
+constexpr float MUSIC_FADE_STEP = 0.0015F;
+constexpr int FALLBACK_RATE = 22050; // Hz, where no device has told its own
+
+constexpr std::array<char const*, 4> RACE_MUSIC{
+    "music/Gallop Over Pine Hills -- game 2.mp3",
+    "music/Booting GEM Dreams.mp3",
+    "music/Relentless Grid.mp3",
+    "music/Twin Rivers C64.mp3",
+};
+
+// What a menu hands back.
+struct MenuChoice {
+    int mode = 0; // 0 practice, 1 race
+    int laps = 3;
+    int track = 0;
+    bool started = false;
+};
+
+bool run_menu(GameLoop& g, MenuChoice& choice, bool load_music, bool open_help) {
+    return run_menu_screen(g.window, g.renderer, g.audio, g.fullscreen, load_music, &choice.mode,
+                           &choice.laps, &choice.track, &choice.started, &g.sim.p1.name,
+                           &g.sim.p2.name, open_help);
+}
+
+void apply_choice(GameLoop& g, MenuChoice const& choice) {
+    g.sim.flying_start = choice.mode == 0;
+    g.sim.practice = choice.mode == 0;
+    g.sim.laps = choice.mode == 1 ? choice.laps : 0;
+    if (choice.track < 1 || choice.track > 9) return;
+    std::string const path = g.track_files.at(static_cast<std::size_t>(choice.track));
+    // A track that fails to load leaves the old one in place.
+    if (!path.empty() && path != g.track_path) g.load_into(path);
+}
+
+// The drawing scale of a new track, before its texture has been tried.
+void set_scale_for(GameLoop const& g, Track const& track) {
+    PIXELS_PER_CELL = std::max(1, pixels_per_cell_for(track, g.renderer) - 1);
+    ZOOM_LEVEL = 0;
+}
+
+void use_default_track(GameLoop& g) {
+    g.track = make_default_track();
+    set_scale_for(g, g.track);
+    g.raster_tex = render_build_track_texture(g.renderer, g.track, &g.raster_w, &g.raster_h);
+    g.show_image = false;
+    g.refresh_track_tex();
+}
+
+void load_first_track(GameLoop& g) {
+    if (g.opt_track != 0) {
+        std::string const wanted = g.track_files.at(static_cast<std::size_t>(g.opt_track));
+        if (!wanted.empty() && g.load_into(wanted)) return;
+        std::fprintf(stderr, "track %d not found, picking default\n", g.opt_track);
+    }
+    for (std::string const& path : g.track_files) {
+        if (!path.empty() && g.load_into(path)) return;
+    }
+    use_default_track(g);
+}
+
+struct CarArt {
+    char const* file;
+    char const* label; // what a missing file is called on standard error
+    SDL_Color body;
+    SDL_Color accent;
+    SDL_Color ghost_outline;
+};
+
+void load_car(GameLoop const& g, Player& player, int id, CarArt const& art) {
+    player.id = id;
+    player.view.body_color = art.body;
+    player.view.accent_color = art.accent;
+    player.view.car_texture = load_car_texture(g.renderer, art.file);
+    if (!player.view.car_texture) {
+        std::fprintf(stderr, "car art %s: %s\n", art.label, SDL_GetError());
+    }
+    player.view.ghost_texture = ghost_make_texture(g.renderer, art.file, art.ghost_outline);
+}
+
+void load_cars(GameLoop& g) {
+    load_car(g, g.sim.p1, 1,
+             {"art/red4.png", "red2", {220, 70, 70, 255}, {255, 200, 80, 255}, GHOST_OUTLINE_RED});
+    load_car(
+        g, g.sim.p2, 2,
+        {"art/blue4.png", "blue2", {80, 130, 230, 255}, {200, 230, 255, 255}, GHOST_OUTLINE_BLUE});
+}
+
+void open_gamepads(GameLoop& g) {
+    GamepadConfig red;
+    GamepadConfig blue;
+    if (!load_input_conf("input.conf", red, blue)) return;
+    open_gamepad(g.gamepads[0], red);
+    open_gamepad(g.gamepads[1], blue);
+}
+
+void set_quick_mode(GameLoop& g) {
+    bool const race = g.opt_race_laps > 0;
+    g.sim.flying_start = !race;
+    g.sim.practice = !race;
+    g.sim.laps = race ? g.opt_race_laps : 0;
+}
+
+// Intro and menu, as far as the command line wants them; a quick start asks nobody.
+void choose_mode(GameLoop& g) {
+    bool const menu_first = g.opt_menu || g.opt_help_screen;
+    if (!menu_first && (g.opt_fast || g.opt_quick)) return set_quick_mode(g);
+
+    MenuChoice choice;
+    if (menu_first) {
+        g.running = run_menu(g, choice, true, g.opt_help_screen);
+    } else {
+        g.running = run_intro_screen(g.window, g.renderer, g.audio, g.fonts, g.fullscreen) &&
+                    run_menu(g, choice, false, false);
+    }
+    g.fade_in_pending = choice.started;
+    apply_choice(g, choice);
+}
+
+// The last steps into a fresh race: records cleared, clocks started, picture faded in after a
+// menu's launch. Time spent before does not fall on the simulation.
+void start_race(GameLoop& g, bool fade_in) {
+    g.restart_race(true, false);
+    g.acc_ms = 0;
+    g.last_ticks = SDL_GetTicks();
+    g.fade_in_tick = fade_in ? SDL_GetTicks() : 0;
+    SDL_SetRelativeMouseMode(SDL_TRUE);
+}
+
+void hold_race_music(GameLoop& g) {
+    g.sim.music_on = false;
+    g.sim.music_start_tick = 0;
+    g.audio.music_playing = false;
+}
+
+void load_saved_ghost(Player& player, int track_slot) {
+    player.disk_trace.clear();
+    player.disk_trace_substeps = 1;
+    if (player.name.empty() || track_slot <= 0) return;
+    std::string const file = best_lap_trace(player.name, track_slot);
+    if (file.empty()) return;
+    unsigned substeps = 1;
+    load_ghost_trace(pref_path(file.c_str()), player.disk_trace, &substeps);
+    player.disk_trace_substeps = substeps;
+}
+
+} // namespace
+
+void GameLoop::initial_setup() {
+    fullscreen =
+        window == nullptr || (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
+    track_files = discover_tracks();
+    load_first_track(*this);
+    load_cars(*this);
+    apply_viewports();
+    open_gamepads(*this);
+    choose_mode(*this);
+
+    reset_players();
+    audio.car_sound_active = true;
+    std::srand(SDL_GetTicks() ^ 0x9e3779b9U);
+    music_index = -1;
+    audio.music_volume = std::clamp(music_volume, 0.0F, 1.0F);
+    finish_seq_load(audio);
+    hold_race_music(*this);
+    start_race(*this, fade_in_pending);
+}
+
+void GameLoop::go_to_menu() {
+    audio.car_sound_active = false;
+    finish_seq_stop(sim.finish_seq, audio);
+    MenuChoice choice;
+    if (!run_menu(*this, choice, true, false)) {
+        running = false;
+        return;
+    }
+    SDL_SetRelativeMouseMode(SDL_TRUE);
+    apply_choice(*this, choice);
+    audio.car_sound_active = true;
+    hold_race_music(*this);
+    reset_players();
+    start_race(*this, choice.started);
+}
+
+bool GameLoop::load_into(std::string const& path) {
+    Track loaded;
+    if (!load_track(path, loaded)) return false;
+    std::swap(track, loaded); // `loaded` keeps the old track until the new one can be shown
+    set_scale_for(*this, track);
+
+    std::string const picture = std::filesystem::path(path).replace_extension(".png").string();
+    image_tex.reset(IMG_LoadTexture(renderer, picture.c_str()));
+    if (image_tex) {
+        SDL_QueryTexture(image_tex.get(), nullptr, nullptr, &image_w, &image_h);
+        SDL_SetTextureScaleMode(image_tex.get(), SDL_ScaleModeLinear);
+    }
+    if (!rebuild_track_texture()) {
+        image_tex.reset();
+        std::swap(track, loaded);
+        show_image = false;
+        refresh_track_tex();
+        return false;
+    }
+    show_image = image_tex != nullptr;
+    refresh_track_tex();
+
+    track_path = path;
+    auto const slot = std::find(track_files.begin() + 1, track_files.end(), path);
+    track_slot = slot == track_files.end() ? 0 : static_cast<int>(slot - track_files.begin());
+    return true;
+}
+
+bool GameLoop::rebuild_track_texture() {
+    // A renderer limits the size of a texture: a huge track falls back to a coarser drawing.
+    for (int scale = std::max(PIXELS_PER_CELL, 1); scale >= 1; scale /= 2) {
+        PIXELS_PER_CELL = scale;
+        int w = 0;
+        int h = 0;
+        TextureHandle built = render_build_track_texture(renderer, track, &w, &h);
+        if (!built) continue;
+        raster_tex = std::move(built);
+        raster_w = w;
+        raster_h = h;
+        refresh_track_tex();
+        return true;
+    }
+    return false;
+}
+
+void GameLoop::refresh_track_tex() {
+    bool const image = show_image && image_tex != nullptr;
+    shown_tex = image ? image_tex.get() : raster_tex.get();
+    shown_w = image ? image_w : raster_w;
+    shown_h = image ? image_h : raster_h;
+}
+
+void GameLoop::apply_viewports() {
+    SDL_Rect const none{0, 0, 0, 0};
+    SDL_Rect const whole{0, 0, 1280, 720};
+    SDL_Rect const left{0, 0, 640, 720};
+    SDL_Rect const right{640, 0, 640, 720};
+    sim.p1.view.viewport = view_mode == 0 ? left : view_mode == 1 ? whole : none;
+    sim.p2.view.viewport = view_mode == 0 ? right : view_mode == 2 ? whole : none;
+}
+
+void GameLoop::apply_music() {
+    bool const play = sim.music_on && music_enabled;
+    if (play) audio.music_fade_step = MUSIC_FADE_STEP;
+    audio.music_playing = play;
+}
+
+char const* GameLoop::pick_race_music() {
+    int const count = static_cast<int>(RACE_MUSIC.size());
+    if (music_index < 0) {
+        music_index = 0; // the first race of a run always has the first song
+    } else {
+        int pick = std::rand() % count;
+        if (pick == music_index) pick = (pick + 1) % count;
+        music_index = pick;
+    }
+    return RACE_MUSIC.at(static_cast<std::size_t>(music_index));
+}
+
+void GameLoop::reset_players() {
+    reset_player(sim.p1, track, -1);
+    reset_player(sim.p2, track, 1);
+    for (Player* player : {&sim.p1, &sim.p2}) {
+        player->lap_start_ms = static_cast<double>(sim.sim_time_ms);
+        player->race_start_ms = player->lap_start_ms;
+        player->finish_ms = 0.0;
+        load_saved_ghost(*player, track_slot);
+    }
+    if (!sim.flying_start) return;
+    place_cars_flying_start(sim.p1.car, sim.p2.car, track);
+    for (Player* player : {&sim.p1, &sim.p2}) {
+        player->prev_car = player->car;
+        player->goal_prev_x = player->car.x;
+        player->goal_prev_y = player->car.y;
+        player->goal_prev_valid = true;
+        player->waiting_for_line = true;
+    }
+}
+
+void GameLoop::clear_records() {
+    for (Player* player : {&sim.p1, &sim.p2}) {
+        player->best_trace.clear();
+        player->best_trace_ms = 0;
+        player->view.best_lap_ms = 0;
+    }
+}
+
+void GameLoop::restart_race(bool clear, bool keep_music) {
+    sim.restart(
+        clear, keep_music, track, audio, music_volume, [this] { apply_music(); },
+        [this] { return pick_race_music(); }, [this] { clear_records(); }, sim.flying_start,
+        sim.practice, sim.laps);
+    // Only now: loading a song may have taken a while, and the beeps start from this moment.
+    if (!sim.practice) start_countdown(sim.countdown, SDL_GetTicks());
+}
+
+void GameLoop::enter_game_over(std::uint32_t now) {
+    sim.beginGameOver(now);
+    audio.load_music("music/HiScore - Meadow Run Arcade 2.mp3");
+    audio.music_volume = 0.5F;
+    sim.music_on = true;
+    if (!music_enabled) return;
+    int const rate = audio.sample_rate > 0 ? audio.sample_rate : FALLBACK_RATE;
+    audio.music_fade_step = 4.6F / (2.0F * static_cast<float>(rate));
+    audio.music_playing = true;
+}

@@ -1,0 +1,174 @@
+// The whole life of the process: options, one-shot modes, SDL, sound, window, renderer, fonts, and
+// then the race screen until it ends. What lives for the whole run lives on this file's stack
+// frames and is lent to everything else.
+
+#include "audio/audio.h"
+#include "input/gamepad_test.h"
+#include "race/game_loop.h"
+#include "records/ghost_trace.h"
+#include "records/ghost_tuning_screen.h"
+#include "records/highscore_report.h"
+#include "screens/finish_sequence.h"
+#include "shell/fonts.h"
+#include "shell/options.h"
+#include "shell/winner_screen.h"
+#include "world/car_physics.h"
+
+#include <SDL.h>
+#include <SDL_image.h>
+#include <SDL_ttf.h>
+
+#include <cstdio>
+#include <optional>
+
+namespace {
+
+constexpr int LOGICAL_W = 1280;
+constexpr int LOGICAL_H = 720;
+constexpr int WINDOW_W = 2560;
+constexpr int WINDOW_H = 1440;
+constexpr unsigned STEPS_PER_SECOND = 100;
+
+struct Screen {
+    SDL_Window* window = nullptr;
+    SDL_Renderer* renderer = nullptr;
+};
+
+int write_report(Options const& options) {
+    std::string const out = options.highscores_out.empty()
+                                ? sanitize_filename(options.highscores_name) + "_highscores.pdf"
+                                : options.highscores_out;
+    bool const written = write_highscore_pdf(options.highscores_name, out);
+    SDL_Quit();
+    return written ? 0 : 1;
+}
+
+// Modes that need no window of ours; their exit status, if one was asked for.
+std::optional<int> run_console_modes(Options const& options) {
+    if (!options.highscores_name.empty()) return write_report(options);
+    if (options.gamepad_test) {
+        int const status = run_gamepad_test();
+        SDL_Quit();
+        return status;
+    }
+    return std::nullopt;
+}
+
+bool start_libraries() {
+    if (SDL_Init(SDL_INIT_VIDEO | SDL_INIT_AUDIO | SDL_INIT_JOYSTICK) != 0) {
+        std::fprintf(stderr, "SDL_Init failed: %s\n", SDL_GetError());
+        return false;
+    }
+    if ((IMG_Init(IMG_INIT_PNG) & IMG_INIT_PNG) == 0) {
+        std::fprintf(stderr, "IMG_Init: %s\n", IMG_GetError());
+    }
+    if (TTF_Init() != 0) std::fprintf(stderr, "TTF_Init: %s\n", TTF_GetError());
+    return true;
+}
+
+std::optional<Screen> open_screen(bool windowed) {
+    unsigned const flags = SDL_WINDOW_SHOWN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI |
+                           (windowed ? 0U : unsigned{SDL_WINDOW_FULLSCREEN_DESKTOP});
+    Screen screen;
+    screen.window = SDL_CreateWindow("Brindle Run", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                                     WINDOW_W, WINDOW_H, flags);
+    if (screen.window == nullptr) {
+        std::fprintf(stderr, "Window: %s\n", SDL_GetError());
+        return std::nullopt;
+    }
+    SDL_ShowCursor(SDL_DISABLE);
+    // Textures that want smooth scaling ask for it one by one.
+    SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "0");
+    screen.renderer = SDL_CreateRenderer(screen.window, -1,
+                                         SDL_RENDERER_ACCELERATED | SDL_RENDERER_PRESENTVSYNC |
+                                             SDL_RENDERER_TARGETTEXTURE);
+    if (screen.renderer == nullptr) {
+        std::fprintf(stderr, "Renderer: %s\n", SDL_GetError());
+        return std::nullopt;
+    }
+    SDL_RenderSetLogicalSize(screen.renderer, LOGICAL_W, LOGICAL_H);
+    return screen;
+}
+
+// Prints what the game runs on; the physical scale of text, physical pixels per logical pixel.
+double report_screen(Screen const& screen) {
+    int out_w = 0;
+    int out_h = 0;
+    SDL_GetRendererOutputSize(screen.renderer, &out_w, &out_h);
+    int const display = SDL_GetWindowDisplayIndex(screen.window);
+    SDL_DisplayMode mode{};
+    if (display >= 0 && SDL_GetCurrentDisplayMode(display, &mode) == 0) {
+        std::printf("display: %dx%d pts (%dx%d px) @ %d Hz (render vsync-driven; physics %u Hz × "
+                    "%d substeps)\n",
+                    mode.w, mode.h, out_w, out_h, mode.refresh_rate, STEPS_PER_SECOND,
+                    static_cast<int>(SIM_SPEED));
+    }
+    double const phys_scale = out_h < 1 ? 1.0 : static_cast<double>(out_h) / LOGICAL_H;
+    SDL_RendererInfo info{};
+    bool const known = SDL_GetRendererInfo(screen.renderer, &info) == 0;
+    std::printf("renderer: backend='%s' output=%dx%d (logical %dx%d, phys_scale=%.2f)\n",
+                known ? info.name : "?", out_w, out_h, LOGICAL_W, LOGICAL_H, phys_scale);
+    std::fflush(stdout);
+    return phys_scale;
+}
+
+void tear_down(Audio& audio, Screen const& screen) {
+    audio.close();
+    SDL_DestroyRenderer(screen.renderer);
+    SDL_DestroyWindow(screen.window);
+    TTF_Quit();
+    IMG_Quit();
+    SDL_Quit();
+}
+
+// Returns whether a screen that needs no fonts was asked for; it has run then.
+bool run_fontless_screen(Options const& options, Screen const& screen, Audio& audio) {
+    if (options.finish) {
+        run_finish_sequence(screen.window, screen.renderer, audio);
+    } else if (options.test_ghost) {
+        run_test_ghost(screen.window, screen.renderer);
+    } else {
+        return false;
+    }
+    tear_down(audio, screen);
+    return true;
+}
+
+void run_game(Options const& options, Screen const& screen, Audio& audio, Fonts const& fonts) {
+    {
+        GameLoop loop(screen.window, screen.renderer, audio, fonts, options.fast, options.arcade,
+                      options.ai, options.ai2, options.menu, options.help_screen, options.track,
+                      options.race_laps);
+        loop.run();
+    }
+    SDL_SetRelativeMouseMode(SDL_FALSE);
+    audio.close();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Options const options = parse_cmdline(argc, argv);
+    if (std::optional<int> const status = run_console_modes(options)) return *status;
+    if (!start_libraries()) return 1;
+
+    Audio audio;
+    if (!audio.open()) std::fprintf(stderr, "continuing without audio\n");
+    std::optional<Screen> const screen = open_screen(options.win);
+    if (!screen) {
+        audio.close();
+        return 1;
+    }
+    if (run_fontless_screen(options, *screen, audio)) return 0;
+
+    Fonts fonts;
+    fonts.open_all(report_screen(*screen));
+    if (options.winner) {
+        run_winner_screen(screen->renderer, fonts);
+        fonts.close();
+        tear_down(audio, *screen);
+    } else {
+        run_game(options, *screen, audio, fonts);
+    }
+    return 0;
+}
