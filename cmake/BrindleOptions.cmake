@@ -1,3 +1,9 @@
+# A compiler cache, where there is one, makes the second build of anything quick.
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+endif()
+
 # Compiler settings that every target of ours shares, as one interface target.
 add_library(brindle_options INTERFACE)
 
