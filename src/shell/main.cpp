@@ -66,19 +66,16 @@ bool start_libraries() {
     return true;
 }
 
-// A window of 2560 x 1440, or the whole desktop with that size kept for leaving full screen. The
-// full-screen window is made at the desktop's size: where no window manager resizes it, a larger
-// one would stay as it was made and show a corner of the picture.
+// A window of 2560 x 1440, or the whole desktop. The full-screen window is made at the desktop's
+// size: where no window manager resizes it, a larger one would stay as it was made and show a
+// corner of the picture.
 SDL_Window* create_window(bool windowed) {
     unsigned const flags = SDL_WINDOW_SHOWN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI |
                            (windowed ? 0U : unsigned{SDL_WINDOW_FULLSCREEN_DESKTOP});
     SDL_DisplayMode desktop{};
     bool const known = !windowed && SDL_GetDesktopDisplayMode(0, &desktop) == 0;
-    SDL_Window* window =
-        SDL_CreateWindow("Brindle Run", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
-                         known ? desktop.w : WINDOW_W, known ? desktop.h : WINDOW_H, flags);
-    if (window != nullptr && !windowed) SDL_SetWindowSize(window, WINDOW_W, WINDOW_H);
-    return window;
+    return SDL_CreateWindow("Brindle Run", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                            known ? desktop.w : WINDOW_W, known ? desktop.h : WINDOW_H, flags);
 }
 
 std::optional<Screen> open_screen(bool windowed) {
