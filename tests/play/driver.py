@@ -104,8 +104,9 @@ class Game:
         self.process = subprocess.Popen(
             [os.path.join(GAME_DIR, "brindle-run"), *args], cwd=self.folder, env=environment,
             stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, bufsize=1)
-        threading.Thread(target=self._read, args=(self.process.stdout, self.lines, True),
-                         daemon=True).start()
+        self.line_reader = threading.Thread(
+            target=self._read, args=(self.process.stdout, self.lines, True), daemon=True)
+        self.line_reader.start()
         self.error_reader = threading.Thread(
             target=self._read, args=(self.process.stderr, self.errors, False), daemon=True)
         self.error_reader.start()
@@ -128,6 +129,10 @@ class Game:
         if self.process.poll() is None:
             self.process.kill()
         self.process.wait()
+        self.line_reader.join()
+        self.error_reader.join()
+        self.process.stdout.close()
+        self.process.stderr.close()
         if self.own_display:
             self.display.close()
         shutil.rmtree(self.folder, ignore_errors=True)
