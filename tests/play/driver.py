@@ -6,6 +6,7 @@ come true, and fails when it does not within a generous limit.
 
 import os
 import queue
+import random
 import re
 import shutil
 import signal
@@ -56,17 +57,25 @@ class Display:
 
     def __init__(self, width=1280, height=720):
         self.width, self.height = width, height
+        # A number of our own: servers that search for a free one at the same moment can take each
+        # other's socket away.
+        while not self._start(random.randrange(1000, 30000)):
+            pass
+
+    def _start(self, number):
+        """Whether a server came up as this display; it says so when it takes connections."""
+        self.name = f":{number}"
         read_end, write_end = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{width}x{height}x24",
-             "-nolisten", "tcp", "-noreset"],
+            ["Xvfb", self.name, "-displayfd", str(write_end), "-screen", "0",
+             f"{self.width}x{self.height}x24", "-nolisten", "tcp", "-noreset"],
             pass_fds=[write_end], stderr=subprocess.DEVNULL)
         os.close(write_end)
-        number = os.read(read_end, 16).decode().strip()
-        os.close(read_end)
-        if not number:
-            raise RuntimeError("Xvfb did not come up")
-        self.name = ":" + number
+        with os.fdopen(read_end) as ready:
+            came_up = ready.read(1) != ""
+        if not came_up:
+            self.server.wait()
+        return came_up
 
     def close(self):
         self.server.terminate()
