@@ -236,9 +236,29 @@ def roadside():
                                 (42, -20.5, 6), (40, 18.6, 7), (36, 17.4, 4), (35, -17, 4), (32, 15.4, 6.5)):
         x, y = project(across, depth, 0)
         pine(x, y, FOCAL * tall / depth, "#1a1838", "#7d465a")
+    farmhouse(-41, 104)
     fence()
     for depth in (60, 52, 45, 39, 34, 30, 27):
         chevron(depth)
+
+
+def farmhouse(x, depth):
+    """A house and a barn at the edge of the wood, with the lamps already lit."""
+    def at(points):
+        return [project(x + px, depth, pz) for px, pz in points]
+    path(at([(3.2, 0), (3.2, 2.4), (5.6, 3.9), (8, 2.4), (8, 0)]), "#3a2038")
+    path(at([(3.0, 2.3), (5.6, 4.1), (8.2, 2.3), (8.0, 2.2), (5.6, 3.7), (3.2, 2.2)]), "#1e1634")
+    path(at([(4.6, 0), (4.6, 1.9), (6.6, 1.9), (6.6, 0)]), "#24142c")
+    path(at([(-4, 0), (-4, 2.8), (3, 2.8), (3, 0)]), "#4a2a40")
+    path(at([(-4.5, 2.7), (-3, 5), (2, 5), (3.5, 2.7)]), "#271a3a")
+    path(at([(2, 5), (3.5, 2.7), (3.2, 2.7), (1.75, 5)]), "#e08a5a")
+    path(at([(.2, 4.6), (.2, 5.9), (1, 5.9), (1, 4.6)]), "#3a2038")
+    for left in (-3.2, -1.4, 1.5):
+        path(at([(left, 1.1), (left, 2.1), (left + .9, 2.1), (left + .9, 1.1)]), "#ffdf7a", stroke="#2a1830", stroke_width=3)
+    path(at([(.2, 0), (.2, 2), (1.0, 2), (1.0, 0)]), "#2a1830")
+    drift = [(.4, 6), (.3, 6.8), (.7, 7.6), (1.6, 8.2), (1.9, 8.9), (3, 9.5), (5, 9.8), (7.4, 9.9)]
+    back = [(5, 10.1), (2.6, 10.1), (1.2, 9.3), (.9, 8.6), (.1, 8), (-.1, 7), (.8, 6)]
+    path(at(drift + back), "#f4c79a", opacity=.32, stroke="#f4c79a", stroke_width=4, stroke_linejoin="round")
 
 
 def fence():
@@ -283,13 +303,15 @@ def chevron(depth):
 
 # --- cars --------------------------------------------------------------------------------------
 
-def pose(x, y, heading, roll):
-    """A car's own metres (forward, left, up) to the canvas; `roll` leans it out of the bend."""
+def pose(x, y, heading, roll=0.0, dive=0.0):
+    """A car's own metres (forward, left, up) to the canvas.
+
+    `roll` degrees lean the body to the left, `dive` degrees press its nose down."""
     c, s = math.cos(math.radians(heading)), math.sin(math.radians(heading))
-    lean = math.tan(math.radians(roll))
+    lean, pitch = math.tan(math.radians(roll)), math.tan(math.radians(dive))
 
     def place(f, l, u):
-        u = u + l * lean
+        l, u = l - (u - .3) * lean * .6, u - l * lean - f * pitch
         return project(x + f * c - l * s, y + f * s + l * c, u)
     return place
 
@@ -337,17 +359,19 @@ def both(points):
     return points + [(f, -l, u) for f, l, u in reversed(points)]
 
 
-def car(place, paint, stripe, number, tail, wing, steer):
+def car(x, y, heading, paint, stripe, number, tail, wing, steer):
     """`tail`: where the roof ends and where its rear window meets the body, metres behind the middle."""
-    shadow(place)
-    wheel(place, 1.27, -.62, steer)
-    wheel(place, -1.27, -.62)
+    flat = pose(x, y, heading)
+    place = pose(x, y, heading, 3.2, 1.0)
+    shadow(flat)
+    wheel(flat, 1.27, -.62, steer)
+    wheel(flat, -1.27, -.62)
     rear_wing(place, paint, wing)
     body_side(place, paint, stripe)
     cabin(place, paint, *tail)
     nose(place, paint, stripe)
-    wheel_arch(place, paint, -1.27, 0)
-    wheel_arch(place, paint, 1.27, steer)
+    wheel_arch(flat, place, paint, -1.27, 0)
+    wheel_arch(flat, place, paint, 1.27, steer)
     details(place, paint, stripe, number)
     lamps(place)
 
@@ -422,7 +446,7 @@ def nose(place, paint, stripe):
     solid(place, [(2.04, .7, .2), (2.04, -.7, .2), (2.04, -.7, .14), (2.04, .7, .14)], "#0a0a18")
 
 
-def wheel_arch(place, paint, f, steer):
+def wheel_arch(flat, place, paint, f, steer):
     """The wheel shows through the opening of the arch and below the sill, nowhere else."""
     arc = ring(place, f, .9, .34, .42, 0, -20, 200)
     name = f"opening{len(out)}"
@@ -430,7 +454,7 @@ def wheel_arch(place, paint, f, steer):
     path(arc + [place(f - .42, .9, .2), place(f - .6, .9, -.4), place(f + .9, .9, -.4), place(f + .9, .9, .2)], "#fff")
     out.append(f'</clipPath><g clip-path="url(#{name})">')
     path(arc, "#07060f")
-    wheel(place, f, .88, steer)
+    wheel(flat, f, .88, steer)
     out.append("</g>")
     outer = ring(place, f, .94, .34, .47, 0, -14, 194)
     inner = ring(place, f, .94, .34, .4, 0, -14, 194)
@@ -533,12 +557,12 @@ def picture():
     ground()
     roadside()
     dust(2080, 1000, 560, -170, 100, 64, 1)
-    car(pose(2.7, 12.4, 180 + 44, -2), "blue", "#f2f7ff", 7, (.95, 1.4), 1.26, 14)
+    car(2.7, 12.4, 180 + 44, "blue", "#f2f7ff", 7, (.95, 1.4), 1.26, 14)
     dust(2150, 1062, 300, -50, 62, 24, 1)
     flung(2130, 1080)
     dust(1400, 1080, 120, -50, 46, 18, 1)
-    light_pool(pose(-1.45, 10.7, 180 + 50, -2.5))
-    car(pose(-1.45, 10.7, 180 + 50, -2.5), "red", "#ffcf4a", 4, (1.25, 1.8), 1.22, 16)
+    light_pool(pose(-1.45, 10.7, 180 + 50))
+    car(-1.45, 10.7, 180 + 50, "red", "#ffcf4a", 4, (1.25, 1.8), 1.22, 16)
     dust(1330, 1120, 230, -20, 46, 18, 1)
     flung(1310, 1130)
     foreground()
