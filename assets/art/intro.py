@@ -179,7 +179,7 @@ def hills():
 
 # The middle of the road: metres away from us, metres to the right. It comes from under the sun,
 # swings out to the right and runs past us to the left.
-ROAD = ((4, -3.2), (7, -1.2), (10, .9), (14, 3.2), (20, 5.6), (28, 6.6), (40, 5.0), (62, -2.5), (100, -19), (170, -44), (260, -68))
+ROAD = ((4, -3.2), (7, -1.2), (10, .9), (14, 3.2), (20, 5.6), (28, 6.6), (40, 5.0), (62, -2.5), (100, -19), (170, -42), (300, -72), (700, -165), (1500, -350))
 ROAD_HALF = 4.6
 
 
@@ -191,7 +191,7 @@ def road_middle(depth):
     return b + .5 * t * (c - a + t * (2 * a - 5 * b + 4 * c - d + t * (3 * (b - c) + d - a)))
 
 
-def along_road(offset, near=4.3, far=250, count=90):
+def along_road(offset, near=4.3, far=1400, count=120):
     """Canvas points of a line that keeps `offset` metres to the right of the road's middle."""
     depths = [near * (far / near) ** (i / count) for i in range(count + 1)]
     return [project(road_middle(d) + offset, d, 0) for d in depths]
