@@ -10,6 +10,7 @@ import random
 import re
 import shutil
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
@@ -18,6 +19,14 @@ import time
 
 GAME_DIR = os.environ["BRINDLE_GAME_DIR"]
 PATIENCE_S = 40.0
+
+# The head-up display's marks of the two players.
+RED_HUD, BLUE_HUD = (220, 70, 70), (80, 130, 230)
+
+
+def near(color, tolerance=12):
+    """A test of a pixel: is it this colour, give or take what blending and rounding leave?"""
+    return lambda r, g, b: max(abs(r - color[0]), abs(g - color[1]), abs(b - color[2])) <= tolerance
 
 
 class Screenshot:
@@ -40,6 +49,15 @@ class Screenshot:
     def share(self, rect, wanted):
         return self.count(rect, wanted) / (rect[2] * rect[3])
 
+    def hud_colors(self):
+        """Whose head-up display begins at the left edge, and whose at the divider (or None)."""
+
+        def mark(x):
+            pixel = self.pixel(x * self.width // 1280, 15 * self.height // 720)
+            return next((c for c in (RED_HUD, BLUE_HUD) if near(c, 25)(*pixel)), None)
+
+        return mark(12), mark(652)
+
     def difference(self, other, rect):
         """The share of the pixels of rect that are not alike in both pictures."""
         x, y, w, h = rect
@@ -53,29 +71,40 @@ class Screenshot:
 
 
 class Display:
-    """An X server of the test's own."""
+    """An X server of the test's own, under a number that its lock file keeps to itself."""
 
     def __init__(self, width=1280, height=720):
         self.width, self.height = width, height
-        # A number of our own: servers that search for a free one at the same moment can take each
-        # other's socket away.
-        while not self._start(random.randrange(1000, 30000)):
-            pass
+        number = 100 + os.getpid() % 1000
+        while not self._start(number):
+            number += 1
+        self.name = f":{number}"
 
     def _start(self, number):
-        """Whether a server came up as this display; it says so when it takes connections."""
-        self.name = f":{number}"
-        read_end, write_end = os.pipe()
+        """True once the server listens; false if it ended, as it does when the number is taken."""
         self.server = subprocess.Popen(
-            ["Xvfb", self.name, "-displayfd", str(write_end), "-screen", "0",
-             f"{self.width}x{self.height}x24", "-nolisten", "tcp", "-noreset"],
-            pass_fds=[write_end], stderr=subprocess.DEVNULL)
-        os.close(write_end)
-        with os.fdopen(read_end) as ready:
-            came_up = ready.read(1) != ""
-        if not came_up:
-            self.server.wait()
-        return came_up
+            ["Xvfb", f":{number}", "-screen", "0", f"{self.width}x{self.height}x24",
+             "-nolisten", "tcp", "-noreset"], stderr=subprocess.DEVNULL)
+        deadline = time.monotonic() + PATIENCE_S
+        while self.server.poll() is None:
+            if self._listens(number):
+                return True
+            if time.monotonic() > deadline:
+                self.close()
+                raise RuntimeError("Xvfb did not come up")
+            time.sleep(0.02)
+        return False
+
+    def _listens(self, number):
+        try:
+            with open(f"/tmp/.X{number}-lock", encoding="ascii") as lock:
+                if int(lock.read() or 0) != self.server.pid:
+                    return False
+            with socket.socket(socket.AF_UNIX) as client:
+                client.connect(f"/tmp/.X11-unix/X{number}")
+            return True
+        except OSError:
+            return False
 
     def close(self):
         self.server.terminate()
@@ -108,7 +137,7 @@ class Game:
         self.lines, self.errors = [], []
         self.fresh = queue.Queue()
         environment = {**os.environ, "DISPLAY": self.display.name, "SDL_AUDIODRIVER": "dummy",
-                       "XDG_DATA_HOME": self.home, **(env or {})}
+                       "SDL_VIDEODRIVER": "x11", "XDG_DATA_HOME": self.home, **(env or {})}
         environment.pop("WAYLAND_DISPLAY", None)
         self.process = subprocess.Popen(
             [os.path.join(GAME_DIR, "brindle-run"), *args], cwd=self.folder, env=environment,
@@ -175,6 +204,10 @@ class Game:
                 raise AssertionError("the program ended before it showed what was waited for")
             if time.monotonic() > deadline:
                 raise AssertionError(f"the picture did not come true within {seconds} s")
+
+    def wait_race(self):
+        """The first screenshot of a race in split view."""
+        return self.wait_picture(lambda p: p.hud_colors() == (RED_HUD, BLUE_HUD))
 
     def wait_exit(self, seconds=PATIENCE_S):
         status = self.process.wait(seconds)
