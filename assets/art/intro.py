@@ -172,9 +172,6 @@ def hills():
     forest(middle, 25, 64, "#382556", "#94546a")
     hill(near, "#2b2148", 900)
     forest(near, 36, 104, "#1e1b42", "#86505c")
-    for x in range(-20, WIDTH + 40, 34):  # a hedge hides where the wood meets the meadow
-        w, h = dice.uniform(24, 60), dice.uniform(8, 18)
-        out.append(f'<ellipse cx="{x}" cy="{HORIZON + 8}" rx="{w:.0f}" ry="{h:.0f}" fill="#2b2148"/>')
 
 
 # The middle of the road: metres away from us, metres to the right. It comes from under the sun,
@@ -199,6 +196,7 @@ def along_road(offset, near=4.3, far=1400, count=120):
 
 def ground():
     out.append(f'<rect y="{HORIZON + 6}" width="{WIDTH}" height="{HEIGHT - HORIZON}" fill="url(#field)"/>')
+    hedge()
     for _ in range(60):  # swathes of meadow
         depth = 10 + 140 * dice.random() ** 2
         x, y = project(dice.uniform(-.6, .6) * depth, depth, 0)
@@ -211,6 +209,13 @@ def ground():
     for side in (-ROAD_HALF, ROAD_HALF):
         path(along_road(side), "none", False, stroke="#ffdf9a", stroke_width=5, opacity=.5)
     stones_and_tufts()
+
+
+def hedge():
+    """Bushes where the wood meets the meadow."""
+    for x in range(-20, WIDTH + 40, 30):
+        w, h = dice.uniform(24, 60), dice.uniform(7, 15)
+        out.append(f'<ellipse cx="{x}" cy="{HORIZON + 6}" rx="{w:.0f}" ry="{h:.0f}" fill="#2b2148"/>')
 
 
 def stones_and_tufts():
@@ -279,13 +284,15 @@ def fence():
 def spectator(x, depth):
     tall = dice.uniform(1.55, 1.8)
     coat = dice.choice(("#3a2450", "#5a2440", "#26305e", "#4a3040"))
-    solid_at = lambda points: [project(x + px, depth, pz * tall) for px, pz in points]
-    path(solid_at([(-.24, 0), (-.27, .55), (-.2, .82), (.2, .82), (.27, .55), (.24, 0)]), coat, stroke=coat, stroke_width=4, stroke_linejoin="round")
+
+    def at(points):
+        return [project(x + px, depth, pz * tall) for px, pz in points]
+    path(at([(-.24, 0), (-.27, .55), (-.2, .82), (.2, .82), (.27, .55), (.24, 0)]), coat, stroke=coat, stroke_width=4, stroke_linejoin="round")
     if dice.random() < .6:
         lift = dice.uniform(1.02, 1.15)
-        path(solid_at([(-.2, .8), (-.42, lift)]), "none", False, stroke=coat, stroke_width=.16 * FOCAL / depth, stroke_linecap="round")
-        path(solid_at([(.2, .8), (.4, lift)]), "none", False, stroke=coat, stroke_width=.16 * FOCAL / depth, stroke_linecap="round")
-    path(solid_at([(-.27, .5), (-.2, .82)]), "none", False, stroke="#ffc57a", stroke_width=4, stroke_linecap="round", opacity=.8)
+        path(at([(-.2, .8), (-.42, lift)]), "none", False, stroke=coat, stroke_width=.16 * FOCAL / depth, stroke_linecap="round")
+        path(at([(.2, .8), (.4, lift)]), "none", False, stroke=coat, stroke_width=.16 * FOCAL / depth, stroke_linecap="round")
+    path(at([(-.27, .5), (-.2, .82)]), "none", False, stroke="#ffc57a", stroke_width=4, stroke_linecap="round", opacity=.8)
     head, radius = project(x, depth, tall * .92), .13 * FOCAL / depth
     out.append(f'<circle cx="{head[0]:.1f}" cy="{head[1]:.1f}" r="{radius:.1f}" fill="#2a1730"/>')
     out.append(f'<circle cx="{head[0] - radius * .3:.1f}" cy="{head[1] - radius * .15:.1f}" r="{radius * .6:.1f}" fill="#c98058"/>')
@@ -294,7 +301,9 @@ def spectator(x, depth):
 def chevron(depth):
     """A board with an arrow on the outside of the bend, pointing the way it goes."""
     x = road_middle(depth) + ROAD_HALF + 1.4
-    at = lambda points: [project(x + px, depth, pz) for px, pz in points]
+
+    def at(points):
+        return [project(x + px, depth, pz) for px, pz in points]
     path(at([(-.06, 0), (-.06, .5), (.06, .5), (.06, 0)]), "#1a1228")
     path(at([(-.75, .45), (-.75, 1.35), (.75, 1.35), (.75, .45)]), "#f6ead0", stroke="#2a1a2c", stroke_width=3)
     for shift in (-.5, .0, .5):
@@ -370,6 +379,7 @@ def car(x, y, heading, paint, stripe, number, tail, wing, steer):
     body_side(place, paint, stripe)
     cabin(place, paint, *tail)
     nose(place, paint, stripe)
+    mud_flap(place, stripe)
     wheel_arch(flat, place, paint, -1.27, 0)
     wheel_arch(flat, place, paint, 1.27, steer)
     details(place, paint, stripe, number)
@@ -468,7 +478,10 @@ def details(place, paint, stripe, number):
     path([place(*q) for q in ((-.2, .905, .83), (-.34, .905, .835))], "none", False, stroke="#1a0a1c", stroke_width=7, stroke_linecap="round")
     roundel(place, number)
     solid(place, [(.8, .9, .98), (.62, .9, .98), (.62, 1.08, 1.0), (.78, 1.08, 1.0), (.78, 1.08, 1.12), (.8, .9, 1.1)], f"url(#{paint}-front)")
-    solid(place, [(-1.72, .9, .3), (-1.72, .66, .3), (-1.78, .66, .06), (-1.78, .9, .06)], stripe)
+
+
+def mud_flap(place, colour):
+    solid(place, [(-1.72, .9, .3), (-1.72, .66, .3), (-1.78, .66, .06), (-1.78, .9, .06)], colour)
 
 
 def roundel(place, number):
