@@ -44,6 +44,8 @@ public:
     void go_to_menu();
     // True if `path` is now the current track; else the old one stands.
     bool load_into(std::string const& path);
+    // Loads and shows the current track's picture, if it has one.
+    void load_picture_of_track();
     void reset_players();
     void clear_records();
     // Puts the race back to its start in the mode it is in, countdown included. `clear` forgets
@@ -70,6 +72,7 @@ public:
     int image_w = 0;
     int image_h = 0;
     bool show_image = false;
+    bool picture_waits = false;       // during set-up: it is loaded when the track is settled
     SDL_Texture* shown_tex = nullptr; // aliases one of the two
     int shown_w = 0;
     int shown_h = 0;

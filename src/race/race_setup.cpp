@@ -5,6 +5,7 @@
 #include "records/ghost_sprite.h"
 #include "records/ghost_trace.h"
 #include "render/car_sprite.h"
+#include "render/image.h"
 #include "render/track_view.h"
 #include "render/view_settings.h"
 #include "screens/intro_screen.h"
@@ -12,7 +13,6 @@
 #include "world/track_file.h"
 
 #include <SDL.h>
-#include <SDL_image.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -173,11 +173,13 @@ void GameLoop::initial_setup() {
     fullscreen =
         window == nullptr || (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
     track_files = discover_tracks();
+    picture_waits = true; // nothing shows it before the race, and the menu may change the track
     load_first_track(*this);
     load_cars(*this);
     apply_viewports();
     open_gamepads(*this);
     choose_mode(*this);
+    if (picture_waits && running) load_picture_of_track();
 
     reset_players();
     audio.car_sound_active = true;
@@ -211,26 +213,33 @@ bool GameLoop::load_into(std::string const& path) {
     std::swap(track, loaded); // `loaded` keeps the old track until the new one can be shown
     set_scale_for(*this, track);
 
-    std::string const picture = std::filesystem::path(path).replace_extension(".png").string();
-    image_tex.reset(IMG_LoadTexture(renderer, picture.c_str()));
-    if (image_tex) {
-        SDL_QueryTexture(image_tex.get(), nullptr, nullptr, &image_w, &image_h);
-        SDL_SetTextureScaleMode(image_tex.get(), SDL_ScaleModeLinear);
-    }
+    image_tex.reset();
+    show_image = false;
     if (!rebuild_track_texture()) {
-        image_tex.reset();
+        picture_waits = false;
         std::swap(track, loaded);
-        show_image = false;
         refresh_track_tex();
         return false;
     }
-    show_image = image_tex != nullptr;
-    refresh_track_tex();
-
     track_path = path;
+    if (!picture_waits) load_picture_of_track();
+
     auto const slot = std::find(track_files.begin() + 1, track_files.end(), path);
     track_slot = slot == track_files.end() ? 0 : static_cast<int>(slot - track_files.begin());
     return true;
+}
+
+void GameLoop::load_picture_of_track() {
+    picture_waits = false;
+    image_tex.reset(); // before the next is loaded: either may fill 90 MB
+    if (!track_path.empty()) {
+        std::string const picture =
+            std::filesystem::path(track_path).replace_extension(".png").string();
+        image_tex = load_texture(renderer, picture.c_str(), &image_w, &image_h);
+    }
+    if (image_tex) SDL_SetTextureScaleMode(image_tex.get(), SDL_ScaleModeLinear);
+    show_image = image_tex != nullptr;
+    refresh_track_tex();
 }
 
 bool GameLoop::rebuild_track_texture() {

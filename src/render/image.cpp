@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr int BAND_ROWS = 64; // 1 MB of a picture 4,000 pixels wide
+
 // The source pixels under one output pixel, along one axis.
 struct Span {
     double start;
@@ -84,6 +86,62 @@ Sums sum_of(SDL_Surface* source, Span const& columns, Span const& rows) {
     return sums;
 }
 
+// The picture in whatever format its file has; null if it is none or claims to be too large.
+SurfaceHandle decode(char const* path) {
+    SDL_Point const size = picture_size(path);
+    if (size.x < 1 || size.y < 1 || std::int64_t{size.x} * size.y > MAX_PICTURE_PIXELS) {
+        SDL_SetError("%s: no picture, or too large (%d x %d)", path, size.x, size.y);
+        return {};
+    }
+    return SurfaceHandle(IMG_Load(path));
+}
+
+bool palette_has_alpha(SDL_Palette const& palette) {
+    return std::any_of(palette.colors, palette.colors + palette.ncolors,
+                       [](SDL_Color color) { return color.a != 255; });
+}
+
+// Whether any pixel may be other than opaque.
+bool has_alpha(SDL_Surface* picture) {
+    SDL_PixelFormat const& format = *picture->format;
+    if (SDL_HasColorKey(picture) == SDL_TRUE || format.Amask != 0) return true;
+    return format.palette != nullptr && palette_has_alpha(*format.palette);
+}
+
+// The picture's own format if the renderer takes it, else the renderer's first of packed pixels
+// that is alike in having alpha or none.
+std::uint32_t texture_format(SDL_Renderer* renderer, SDL_Surface* picture) {
+    SDL_RendererInfo info{};
+    SDL_GetRendererInfo(renderer, &info);
+    auto const* const first = info.texture_formats;
+    auto const* const last = first + info.num_texture_formats;
+    if (std::find(first, last, picture->format->format) != last) return picture->format->format;
+    bool const alpha = has_alpha(picture);
+    auto const* const alike = std::find_if(first, last, [alpha](std::uint32_t format) {
+        return !SDL_ISPIXELFORMAT_FOURCC(format) && SDL_ISPIXELFORMAT_ALPHA(format) == alpha;
+    });
+    return alike != last ? *alike : PIXEL_FORMAT;
+}
+
+// Copies `picture` into a texture of its size, converting a band of rows at a time if need be.
+bool upload(SDL_Texture* texture, SDL_Surface* picture) {
+    std::uint32_t format = 0;
+    SDL_QueryTexture(texture, &format, nullptr, nullptr, nullptr);
+    if (format == picture->format->format) {
+        return SDL_UpdateTexture(texture, nullptr, picture->pixels, picture->pitch) == 0;
+    }
+    SurfaceHandle const band(
+        SDL_CreateRGBSurfaceWithFormat(0, picture->w, std::min(BAND_ROWS, picture->h), 32, format));
+    if (!band) return false;
+    SDL_SetSurfaceBlendMode(picture, SDL_BLENDMODE_NONE);
+    for (int y = 0; y < picture->h; y += band->h) {
+        SDL_Rect rows = {0, y, picture->w, std::min(band->h, picture->h - y)};
+        if (SDL_BlitSurface(picture, &rows, band.get(), nullptr) != 0) return false;
+        if (SDL_UpdateTexture(texture, &rows, band->pixels, band->pitch) != 0) return false;
+    }
+    return true;
+}
+
 } // namespace
 
 SurfaceHandle to_pixel_format(SDL_Surface* surface) {
@@ -92,13 +150,22 @@ SurfaceHandle to_pixel_format(SDL_Surface* surface) {
 }
 
 SurfaceHandle load_picture(char const* path) {
-    SDL_Point const size = picture_size(path);
-    if (size.x < 1 || size.y < 1 || std::int64_t{size.x} * size.y > MAX_PICTURE_PIXELS) {
-        SDL_SetError("%s: no picture, or too large (%d x %d)", path, size.x, size.y);
-        return {};
-    }
-    SurfaceHandle const loaded(IMG_Load(path));
+    SurfaceHandle const loaded = decode(path);
     return to_pixel_format(loaded.get());
+}
+
+TextureHandle load_texture(SDL_Renderer* renderer, char const* path, int* w, int* h) {
+    *w = *h = 0;
+    SurfaceHandle const picture = decode(path);
+    if (!picture) return {};
+    TextureHandle texture(SDL_CreateTexture(renderer, texture_format(renderer, picture.get()),
+                                            SDL_TEXTUREACCESS_STATIC, picture->w, picture->h));
+    if (!texture || !upload(texture.get(), picture.get())) return {};
+    SDL_SetTextureBlendMode(texture.get(),
+                            has_alpha(picture.get()) ? SDL_BLENDMODE_BLEND : SDL_BLENDMODE_NONE);
+    *w = picture->w;
+    *h = picture->h;
+    return texture;
 }
 
 SDL_Surface* downscale_box(SDL_Surface* source, int w, int h) {

@@ -42,6 +42,12 @@ SurfaceHandle to_pixel_format(SDL_Surface* surface);
 // taken, of at most MAX_PICTURE_PIXELS, so that no damaged head asks for all memory.
 SurfaceHandle load_picture(char const* path);
 
+// The picture as a static texture; its size in pixels goes to `w` and `h` (0
+// on failure). Opaque pictures do not blend. Null on failure, with SDL_GetError set; the same files
+// are taken as by load_picture. A track's picture fills 60 MB and more as a texture: beside it only
+// the picture as decoded is held, and a band of rows on its way to the renderer's format.
+TextureHandle load_texture(SDL_Renderer* renderer, char const* path, int* w, int* h);
+
 // The exact area average, weighted by alpha so that transparent pixels lend no colour to an edge.
 // `source` has 4 bytes a pixel and stays the caller's; w and h are at least 1. Null on failure.
 SDL_Surface* downscale_box(SDL_Surface* source, int w, int h);

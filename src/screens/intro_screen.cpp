@@ -1,12 +1,10 @@
 #include "screens/intro_screen.h"
 
 #include "audio/audio.h"
+#include "render/image.h"
 #include "render/overlays.h"
-#include "render/sdl_handles.h"
 #include "screens/fullscreen.h"
 #include "screens/menu_music.h"
-
-#include <SDL_image.h>
 
 #include <cstdio>
 
@@ -29,11 +27,8 @@ void measure_screen(SDL_Renderer* renderer, Intro& intro) {
 }
 
 void load_intro_picture(SDL_Renderer* renderer, Intro& intro) {
-    intro.picture.reset(IMG_LoadTexture(renderer, "art/intro.png"));
-    if (intro.picture)
-        SDL_QueryTexture(intro.picture.get(), nullptr, nullptr, &intro.picture_w, &intro.picture_h);
-    else
-        std::fprintf(stderr, "intro image: %s\n", SDL_GetError());
+    intro.picture = load_texture(renderer, "art/intro.png", &intro.picture_w, &intro.picture_h);
+    if (!intro.picture) std::fprintf(stderr, "intro image: %s\n", SDL_GetError());
 }
 
 void answer(Intro& intro, bool start) {

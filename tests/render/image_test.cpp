@@ -5,6 +5,9 @@
 #include <SDL_image.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <utility>
+
 namespace {
 
 SDL_Color pixel_of(SurfaceHandle const& surface, int x, int y) {
@@ -64,4 +67,57 @@ TEST(LoadPicture, GivesOneFormatWhateverTheFileHolds) {
     write_file(dir.file("b.png"), "not a picture");
     EXPECT_FALSE(load_picture(dir.file("b.png").c_str()));
     EXPECT_FALSE(load_picture(dir.file("none.png").c_str()));
+}
+
+TEST(LoadTexture, ShowsWhatTheFileHoldsInEveryKindOfPixel) {
+    TempDir const dir;
+    // Higher than a band of the upload, and not a whole number of bands.
+    int const height = 150;
+    SurfaceHandle const rgba = make_surface(5, height, {10, 20, 30, 255});
+    set_surface_pixel(rgba.get(), 4, height - 1, {200, 0, 0, 0});
+    set_surface_pixel(rgba.get(), 0, 64, {1, 2, 3, 255});
+    ASSERT_EQ(IMG_SavePNG(rgba.get(), dir.file("rgba").c_str()), 0);
+    SurfaceHandle const indexed(
+        SDL_CreateRGBSurfaceWithFormat(0, 5, height, 8, SDL_PIXELFORMAT_INDEX8));
+    std::array<SDL_Color, 2> const colors{{{10, 20, 30, 255}, {1, 2, 3, 255}}};
+    SDL_SetPaletteColors(indexed->format->palette, colors.data(), 0, 2);
+    SDL_Rect const spot = {0, 64, 1, 1};
+    SDL_FillRect(indexed.get(), &spot, 1);
+    ASSERT_EQ(IMG_SavePNG(indexed.get(), dir.file("indexed").c_str()), 0);
+
+    for (auto const& [name, blend] :
+         {std::pair{"rgba", SDL_BLENDMODE_BLEND}, std::pair{"indexed", SDL_BLENDMODE_NONE}}) {
+        SCOPED_TRACE(name);
+        Canvas canvas(5, height);
+        canvas.clear({90, 90, 90, 255});
+        int w = 0;
+        int h = 0;
+        TextureHandle const texture =
+            load_texture(canvas.renderer(), dir.file(name).c_str(), &w, &h);
+        ASSERT_TRUE(texture) << SDL_GetError();
+        EXPECT_EQ(w, 5);
+        EXPECT_EQ(h, height);
+        SDL_BlendMode mode = SDL_BLENDMODE_INVALID;
+        SDL_GetTextureBlendMode(texture.get(), &mode);
+        EXPECT_EQ(mode, blend);
+        SDL_RenderCopy(canvas.renderer(), texture.get(), nullptr, nullptr);
+        expect_color(canvas.at(0, 64), {1, 2, 3, 255});
+        expect_color(canvas.at(3, 63), {10, 20, 30, 255});
+        expect_color(canvas.at(3, height - 1), {10, 20, 30, 255});
+        if (blend == SDL_BLENDMODE_BLEND) {
+            expect_color(canvas.at(4, height - 1), {90, 90, 90, 255});
+        }
+    }
+}
+
+TEST(LoadTexture, RefusesWhatIsNoPictureOrClaimsTooMuch) {
+    TempDir const dir;
+    Canvas const canvas(4, 4);
+    int w = 7;
+    int h = 7;
+    write_file(dir.file("noise"), "not a picture at all, by any head");
+    EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("noise").c_str(), &w, &h));
+    EXPECT_EQ(w, 0);
+    EXPECT_EQ(h, 0);
+    EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("missing").c_str(), &w, &h));
 }

@@ -1,0 +1,144 @@
+#!/usr/bin/env python3
+"""Measures the real program under an X server without a screen: time from process start to the
+first frame, frame intervals, peak memory. Build the target present_clock and the game first.
+
+    bench/real_run.py BUILD_DIR startup [REPEATS]
+    bench/real_run.py BUILD_DIR pacing [SECONDS]
+    bench/real_run.py BUILD_DIR memory
+
+Each figure is the best of its repeats, for other programs only ever make it worse; the load
+average is printed beside it.
+"""
+
+import array
+import os
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+FRAME_MS = 1000.0 / 60.0
+
+
+class Display:
+    def __init__(self):
+        read_end, write_end = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x720x24",
+             "-nolisten", "tcp", "-noreset"], pass_fds=[write_end], stderr=subprocess.DEVNULL)
+        os.close(write_end)
+        self.name = ":" + os.read(read_end, 16).decode().strip()
+        os.close(read_end)
+
+    def close(self):
+        self.server.terminate()
+        self.server.wait()
+
+
+class Run:
+    """One run of the game; ends it by name of its process only."""
+
+    def __init__(self, build, display, args):
+        self.home = tempfile.TemporaryDirectory(prefix="brindle-bench-")
+        self.log = Path(self.home.name) / "frames"
+        env = {**os.environ, "DISPLAY": display.name, "SDL_AUDIODRIVER": "dummy",
+               "XDG_DATA_HOME": self.home.name, "BRINDLE_PRESENT_LOG": str(self.log),
+               "LD_PRELOAD": str(build / "bench" / "libpresent_clock.so")}
+        env.pop("WAYLAND_DISPLAY", None)
+        self.began_ns = time.clock_gettime_ns(time.CLOCK_MONOTONIC)
+        self.process = subprocess.Popen(["./brindle-run", *args], cwd=build / "game", env=env,
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def frames(self):
+        stamps = array.array("q")
+        if self.log.exists():
+            raw = self.log.read_bytes()
+            stamps.frombytes(raw[: len(raw) // 8 * 8])
+        return stamps
+
+    def wait_frames(self, count, patience_s=60.0):
+        deadline = time.monotonic() + patience_s
+        while len(self.frames()) < count:
+            if self.process.poll() is not None or time.monotonic() > deadline:
+                raise RuntimeError("the game shows no frames")
+            time.sleep(0.005)
+
+    def peak_mib(self):
+        for line in Path(f"/proc/{self.process.pid}/status").read_text().splitlines():
+            if line.startswith("VmHWM"):
+                return int(line.split()[1]) / 1024
+        raise RuntimeError("no VmHWM")
+
+    def cpu_s(self):
+        fields = Path(f"/proc/{self.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    def close(self):
+        self.process.kill()
+        self.process.wait()
+        self.home.cleanup()
+
+
+def first_frame(build, display, args):
+    run = Run(build, display, args)
+    run.wait_frames(1)
+    cpu = run.cpu_s()
+    elapsed = (run.frames()[0] - run.began_ns) / 1e9
+    run.close()
+    return elapsed, cpu
+
+
+def startup(build, display, repeats=10):
+    # The floor: the same libraries, window and renderer, and a screen that loads next to nothing.
+    cases = (("floor: -winner", ["-winner"]), ("intro", []), ("menu", ["-menu"]),
+             ("race", ["-fast"]))
+    for _, args in cases:
+        first_frame(build, display, args)  # warms the thumbnails and the file cache
+    best = {name: min(first_frame(build, display, args) for _ in range(repeats))
+            for name, args in cases}
+    floor = best["floor: -winner"][0]
+    for name, (elapsed, cpu) in best.items():
+        print(f"first frame {name:15} {elapsed:6.3f} s  {elapsed / floor:5.2f} floors  "
+              f"(CPU so far {cpu:.2f} s)")
+
+
+def pacing(build, display, seconds=60):
+    run = Run(build, display, ["-fast", "-race=3", "-ai2"])
+    run.wait_frames(2)
+    start = time.monotonic()
+    cpu = run.cpu_s()
+    time.sleep(seconds)
+    cpu = run.cpu_s() - cpu
+    stamps = run.frames()
+    print(f"peak memory {run.peak_mib():.0f} MiB")
+    run.close()
+    spans = sorted((b - a) / 1e6 for a, b in zip(stamps, stamps[1:]))
+    print(f"{len(spans)} frames in {time.monotonic() - start:.1f} s, "
+          f"CPU {100 * cpu / seconds:.0f} % of a core")
+    for share in (0.5, 0.9, 0.99, 0.999, 1.0):
+        span = spans[min(len(spans) - 1, int(share * len(spans)))]
+        print(f"interval, {100 * share:5.1f} % within {span:7.2f} ms  {span / FRAME_MS:.2f} frames")
+
+
+def memory(build, display):
+    cases = [("menu", ["-menu"]), ("intro", [])]
+    cases += [(f"race on track {slot}", ["-fast", "-ai2", str(slot)]) for slot in range(1, 10)]
+    for name, args in cases:
+        run = Run(build, display, args)
+        run.wait_frames(60)
+        print(f"peak memory, {name:16} {run.peak_mib():6.1f} MiB")
+        run.close()
+
+
+def main():
+    build = Path(sys.argv[1]).resolve()
+    what = {"startup": startup, "pacing": pacing, "memory": memory}[sys.argv[2]]
+    display = Display()
+    print(f"load average {os.getloadavg()[0]:.1f}")
+    what(build, display, *map(int, sys.argv[3:]))
+    print(f"load average {os.getloadavg()[0]:.1f}")
+    display.close()
+
+
+main()
