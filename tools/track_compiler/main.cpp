@@ -6,6 +6,7 @@
 #include "track_compiler/course_parser.h"
 #include "track_compiler/data_file.h"
 #include "track_compiler/grid_writer.h"
+#include "track_compiler/palette.h"
 
 #include <SDL_image.h>
 
@@ -58,7 +59,8 @@ bool write_text(std::string const& path, std::string const& text) {
 }
 
 bool write_picture(std::string const& path, PaintSource const& source) {
-    SurfaceHandle const picture = paint_track(source);
+    SurfaceHandle const painted = paint_track(source);
+    SurfaceHandle const picture = painted ? reduce_to_palette(painted.get()) : SurfaceHandle();
     if (picture && IMG_SavePNG(picture.get(), path.c_str()) == 0) return true;
     std::fprintf(stderr, "%s: %s\n", path.c_str(), SDL_GetError());
     return false;
