@@ -1,0 +1,54 @@
+#include "content_check/checks.h"
+#include "content_check/report.h"
+#include "render/sdl_handles.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace {
+
+struct Wanted {
+    char const* file;
+    bool menu_marks; // the menu's rows also write the arrow and the dash
+};
+
+constexpr std::array<Wanted, 7> WANTED{{
+    {"art/fonts/Montserrat-Black.otf", false},
+    {"art/fonts/LiberationMono-Bold.ttf", false},
+    {"art/fonts/RocketBrush-DYwyW.otf", false},
+    {"art/fonts/StarJediOutline-y0xm.ttf", false},
+    {"art/fonts/Quango-xlVR.otf", true},
+    {"art/fonts/Montserrat-SemiBoldItalic.otf", false},
+    {"art/fonts/Montserrat-SemiBold.otf", false},
+}};
+
+int missing_glyphs(TTF_Font* font, bool menu_marks) {
+    int missing = 0;
+    for (std::uint16_t letter = ' '; letter <= '~'; ++letter) {
+        missing += TTF_GlyphIsProvided(font, letter) == 0 ? 1 : 0;
+    }
+    if (menu_marks) {
+        for (std::uint16_t const mark : {u'»', u'—'}) {
+            missing += TTF_GlyphIsProvided(font, mark) == 0 ? 1 : 0;
+        }
+    }
+    return missing;
+}
+
+} // namespace
+
+void check_fonts(Report& report) {
+    for (Wanted const& wanted : WANTED) {
+        FontHandle const font(TTF_OpenFont(wanted.file, 20));
+        if (!font) {
+            report.add(false, wanted.file, TTF_GetError());
+            continue;
+        }
+        int const missing = missing_glyphs(font.get(), wanted.menu_marks);
+        char const* family = TTF_FontFaceFamilyName(font.get());
+        report.add(missing == 0, wanted.file,
+                   std::string(family != nullptr ? family : "?") + ", " + std::to_string(missing) +
+                       " glyphs missing");
+    }
+}
