@@ -17,6 +17,7 @@ protected:
         menu_.renderer = canvas_.renderer();
         menu_.audio = &audio_;
         menu_.fullscreen = &fullscreen_;
+        SDL_InitSubSystem(SDL_INIT_VIDEO); // for its map from scancodes to keys
         menu_.W = 1280;
         menu_.H = 720;
         for (MenuLabel* label :
