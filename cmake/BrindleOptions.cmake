@@ -30,5 +30,11 @@ if(BRINDLE_SANITIZE)
   target_link_options(brindle_options INTERFACE -fsanitize=${BRINDLE_SANITIZE})
 endif()
 
+# The library counts its branches for the fuzzer; only a target of fuzz/ brings the fuzzer's main.
+if(BRINDLE_FUZZ)
+  target_compile_options(brindle_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(brindle_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # Where the runnable game is put together: the program with art/, music/, sounds/, tracks/ beside it.
 set(BRINDLE_GAME_DIR "${CMAKE_BINARY_DIR}/game")

@@ -12,9 +12,9 @@ class GameLoop;
 struct RacePicture {
     CarState red; // the cars between the last two steps; only drawing uses them
     CarState blue;
-    double alpha;             // how far between the steps, 0..1
-    std::uint32_t input_tick; // SDL_GetTicks when the frame's events had been read
-    std::uint32_t draw_tick;  // SDL_GetTicks after its steps
+    double alpha = 0.0;           // how far between the steps, 0..1
+    std::uint32_t input_tick = 0; // SDL_GetTicks when the frame's events had been read
+    std::uint32_t draw_tick = 0;  // SDL_GetTicks after its steps
 };
 
 // Draws both views with all that lies over them; presenting is the caller's.

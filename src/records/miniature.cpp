@@ -133,7 +133,7 @@ void draw_lap(SDL_Surface* surface, std::vector<SDL_FPoint> const& points, int g
     double const fy = static_cast<double>(surface->h) / grid_h;
     Pen const pen{surface, std::max(surface->w / 220.0, 1.2)};
     auto const place_of = [&](SDL_FPoint point) {
-        return Place{double{point.x} * fx, double{point.y} * fy};
+        return Place{static_cast<double>(point.x) * fx, static_cast<double>(point.y) * fy};
     };
     Place before = place_of(points[0]);
     pen.dot(before.x, before.y);

@@ -168,6 +168,7 @@ void draw_car_at(SDL_Renderer* renderer, float x, float y, double heading, SDL_T
     if (texture != nullptr) {
         draw_sprite(renderer, x, y, heading, texture, alpha);
     } else {
-        draw_plain_car(renderer, x, y, heading, body, accent, alpha);
+        draw_plain_car(renderer, static_cast<double>(x), static_cast<double>(y), heading, body,
+                       accent, alpha);
     }
 }

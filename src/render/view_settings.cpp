@@ -6,4 +6,6 @@ std::int32_t ZOOM_LEVEL = 0;
 bool smooth_camera = false;
 bool fancy_ghost = false;
 
-double zoom_factor() { return std::exp2(ZOOM_LEVEL * 0.25); }
+double zoom_factor() {
+    return std::exp2(ZOOM_LEVEL * 0.25);
+}

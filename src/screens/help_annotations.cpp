@@ -125,7 +125,8 @@ Leader race_leader(Pen const& pen, SDL_Rect const& cell, Anno const& anno) {
     int const sy = anno.dir == 0 || anno.dir == 1 ? -1 : 1;
     int const reach = static_cast<int>(static_cast<double>(anno.stem) * pen.unit);
     SDL_Point const end{lead_x(cell, anno) + sx * reach, cell.y + cell.h / 2 + sy * reach};
-    double const q = (sx * (cell.x + cell.w / 2 - end.x) - reach) / 2.0;
+    int const to_middle = cell.x + cell.w / 2 - end.x;
+    double const q = (sx * to_middle - reach) / 2.0;
     return {{end.x + static_cast<int>(std::lround(sx * q)),
              end.y + static_cast<int>(std::lround(sy * q))},
             end};
