@@ -183,6 +183,7 @@ Cost cost_of(Frame&& frame) {
 
 double median(std::vector<Cost> const& costs, double Cost::*field) {
     std::vector<double> values;
+    values.reserve(costs.size());
     for (Cost const& cost : costs) values.push_back(cost.*field);
     auto const middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());

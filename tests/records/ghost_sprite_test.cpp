@@ -175,7 +175,8 @@ TEST(GhostTuningScreen, KeysChangeTheMeasuresWithinTheirBounds) {
                          "outline K = 36 px\noutline K = 35 px\n";
     for (int i = 4; i < 259; i += 4) {
         std::string const t = std::to_string(std::min(i, 255));
-        wanted += "alpha threshold = " + t + " (alpha <= " + t + " is transparent)\n";
+        wanted.append("alpha threshold = ").append(t);
+        wanted.append(" (alpha <= ").append(t).append(" is transparent)\n");
     }
     wanted += "1\noutline K = 35 px\nalpha threshold = 0 (alpha <= 0 is transparent)\n0\n";
     EXPECT_EQ(child.out, wanted);

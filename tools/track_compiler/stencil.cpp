@@ -9,7 +9,7 @@
 namespace {
 
 struct Glyph {
-    char letter;
+    char letter = ' ';
     std::array<std::string_view, 7> rows;
 };
 
