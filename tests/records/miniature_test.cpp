@@ -18,7 +18,7 @@ std::string save_png(TempDir const& dir, int w, int h, Painter const& paint) {
     for (int y = 0; y < h; ++y) {
         for (int x = 0; x < w; ++x) set_surface_pixel(picture.get(), x, y, paint(x, y));
     }
-    std::string const path = dir.file("p.png");
+    std::string path = dir.file("p.png");
     EXPECT_EQ(IMG_SavePNG(picture.get(), path.c_str()), 0);
     return path;
 }
