@@ -120,7 +120,8 @@ class Display:
 class Game:
     """The program in a folder of its own that borrows the game's assets, with records of its own."""
 
-    def __init__(self, *args, display=None, without=(), files=None, env=None, home=None):
+    def __init__(self, *args, display=None, without=(), files=None, records=None,
+                 env=None, home=None):
         self.own_display = display is None
         self.display = display or Display()
         self.folder = tempfile.mkdtemp(prefix="brindle-play-")
@@ -129,11 +130,13 @@ class Game:
         for name in ("art", "music", "sounds", "tracks"):
             if name not in without:
                 os.symlink(os.path.join(GAME_DIR, name), os.path.join(self.folder, name))
-        for name, content in (files or {}).items():
-            path = os.path.join(self.folder, name)
-            os.makedirs(os.path.dirname(path), exist_ok=True)
-            with open(path, "wb") as file:
-                file.write(content)
+        for folder, content_of in ((self.folder, files),
+                                   (os.path.join(self.home, "BrindleRun"), records)):
+            for name, content in (content_of or {}).items():
+                path = os.path.join(folder, name)
+                os.makedirs(os.path.dirname(path), exist_ok=True)
+                with open(path, "wb") as file:
+                    file.write(content)
         self.lines, self.errors = [], []
         self.fresh = queue.Queue()
         environment = {**os.environ, "DISPLAY": self.display.name, "SDL_AUDIODRIVER": "dummy",
@@ -211,6 +214,7 @@ class Game:
 
     def wait_exit(self, seconds=PATIENCE_S):
         status = self.process.wait(seconds)
+        self.line_reader.join()
         self.error_reader.join()
         return status
 
@@ -239,7 +243,10 @@ class Game:
     def move_mouse(self, dx, dy):
         self._xdotool("mousemove_relative", "--", str(dx), str(dy))
 
-    def click(self):
+    def click_at(self, x, y):
+        """Brings the menu's cursor to a point from the corner that stops it, and clicks there."""
+        self.move_mouse(-4000, -4000)
+        self.move_mouse(x // 4, y // 4)  # four logical pixels for each that the mouse moves
         self._xdotool("click", "1")
 
     def interrupt(self):

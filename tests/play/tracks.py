@@ -15,6 +15,26 @@ def track(width, height, ground="."):
     return text.encode()
 
 
+def open_field():
+    """Room for laps in circles: the goal line ends above their centre, so each crosses it once."""
+    rows = [["."] * 800 for _ in range(800)]
+    for y in range(100, 360):
+        rows[y][400] = "!"
+    rows[300][410] = "*"
+    return b"800 800\n" + "\n".join("".join(row) for row in rows).encode()
+
+
+def ring():
+    """A short round course, wall to wall, that the computer laps in a few seconds."""
+    rows = [["g"] * 500 for _ in range(400)]
+    for y in range(400):
+        for x in range(500):
+            if 95**2 < (x - 250) ** 2 + (y - 200) ** 2 < 185**2:
+                rows[y][x] = "!" if x == 250 and y < 200 else "."
+    rows[60][262] = "*"
+    return b"500 400\n" + "\n".join("".join(row) for row in rows).encode()
+
+
 def png(rgb, width=8, height=8):
     """A picture of one colour."""
 

@@ -1,0 +1,173 @@
+"""The program against the files it is given: records, tracks, arguments, gamepads."""
+
+import os
+import struct
+import subprocess
+import unittest
+
+from driver import Game, near
+from tracks import png, ring, track
+
+TABLE = b"[Gadget]\n1: 41.250 Gadget.ring.trace\n3: 63.118\n\n[Pixie (7)]\n2: 40.982\n"
+BROKEN_TABLE = b"\xff\xfe\x00[\n1: 2.0\n[Gadget\n[Gadget]\n1: fast\nx: 3\n1: 41.250 lost.trace\n[" + b"A" * 500
+
+
+def trace(frames):
+    return struct.pack("<II", 10, len(frames)) + b"".join(
+        struct.pack("<6d2?6x", x, y, 0, 0, 0, 0, False, False) for x, y in frames)
+
+
+TRACKS = {"tracks/1_ring.trk": ring(), "tracks/1_ring.png": png((200, 220, 200), 1000, 800),
+          "tracks/2_old_harbour.trk": track(400, 300)}
+
+
+class Report(unittest.TestCase):
+    def report(self, *args, table=TABLE):
+        """Runs the report to its end; the game's folder is there until the test is over."""
+        game = Game(*args, without=("art", "tracks", "music", "sounds"), files=TRACKS, records={
+            "best_lap_times.txt": table,
+            "Gadget.ring.trace": trace([(110 + i, 200 + i % 9) for i in range(280)])} if table else {})
+        self.addCleanup(game.__exit__, None)
+        status = game.wait_exit()
+        return game, status
+
+    def text(self, path):
+        subprocess.run(["qpdf", "--check", path], check=True, capture_output=True)
+        return subprocess.run(["pdftotext", "-layout", path, "-"], check=True, capture_output=True,
+                              text=True).stdout
+
+    def test_cards_of_one_player(self):
+        game, status = self.report("-highscores=Gadget", "-o", "laps.pdf")
+        self.assertEqual((status, game.lines, game.errors),
+                         (0, ['Wrote laps.pdf (2 tracks) for "Gadget"'], []))
+        path = os.path.join(game.folder, "laps.pdf")
+        text = self.text(path)
+        for words in ("Gadget — Brindle Run High Scores", "ring", "Track 3", "41.250 s", "63.118 s",
+                      "(no preview)"):
+            self.assertIn(words, text)
+        # The lap is drawn over the picture: red on its way, and nowhere else.
+        subprocess.run(["pdfimages", "-j", path, os.path.join(game.folder, "card")], check=True)
+        raw = subprocess.run(["convert", os.path.join(game.folder, "card-000.jpg"), "-depth", "8",
+                              "rgb:-"], check=True, capture_output=True).stdout
+        pixels = [tuple(raw[i : i + 3]) for i in range(0, len(raw), 3)]
+        red = [i for i, p in enumerate(pixels) if near((220, 30, 30), 30)(*p)]
+        self.assertEqual(len(pixels), 520 * 416)
+        self.assertTrue(all(200 < i // 520 < 222 for i in red), "the line leaves its way")
+        self.assertEqual({i % 520 for i in red} & set(range(120, 400)), set(range(120, 400)))
+
+    def test_name_in_the_file_name_and_on_paper(self):
+        game, status = self.report("-highscores=Pixie (7)")
+        self.assertEqual((status, game.lines),
+                         (0, ['Wrote Pixie__7__highscores.pdf (1 track) for "Pixie (7)"']))
+        text = self.text(os.path.join(game.folder, "Pixie__7__highscores.pdf"))
+        self.assertIn("Pixie (7) — Brindle Run High Scores", text)
+        self.assertIn("old harbour", text)
+
+    def test_what_makes_it_fail(self):
+        for args, table, complaint in (
+                (["-highscores=Gadget"], None, r"^highscore-pdf: cannot read .*best_lap_times\.txt$"),
+                (["-highscores=Nobody"], TABLE,
+                 r'^highscore-pdf: no recorded times for player "Nobody"$'),
+                (["-highscores=Gadget"], b"[Gadget]\n12: 3.5\n",
+                 r'^highscore-pdf: nothing to print for "Gadget"$'),
+                (["-highscores=Gadget", "-o", "no/such/folder.pdf"], TABLE,
+                 r"^highscore-pdf: cannot write no/such/folder\.pdf$")):
+            with self.subTest(args=args):
+                game, status = self.report(*args, table=table)
+                self.assertEqual((status, game.lines, len(game.errors)), (1, [], 1))
+                self.assertRegex(game.errors[0], complaint)
+
+    def test_table_full_of_rubbish_keeps_what_can_be_read(self):
+        game, status = self.report("-highscores=Gadget", "-o", "laps.pdf", table=BROKEN_TABLE)
+        self.assertEqual((status, game.lines), (0, ['Wrote laps.pdf (1 track) for "Gadget"']))
+        self.assertIn("41.250 s", self.text(os.path.join(game.folder, "laps.pdf")))
+
+
+class Files(unittest.TestCase):
+    def test_broken_tracks_and_records(self):
+        broken = {
+            "tracks/1_empty.trk": b"", "tracks/2_short.trk": b"500 400\n....\n",
+            "tracks/3_binary.trk": bytes(range(256)) * 40,
+            "tracks/4_huge.trk": b"1000000000 1000000000\n...\n",
+            "tracks/5_wide.trk": b"2147483647 1\n*!\n",
+            "tracks/6_unmarked.trk": b"4 1\n....\n", "tracks/6_unmarked.png": b"no picture",
+            "tracks/7_good.trk": track(400, 300), "tracks/7_good.png": b"\x89PNG\r\n\x1a\nrubbish",
+        }
+        with Game("-fast", "4", without=("tracks",), files=broken,
+                  records={"best_lap_times.txt": BROKEN_TABLE}) as game:
+            game.wait_race()
+            for slot in (1, 2, 3, 4, 5, 6):
+                game.press(str(slot))
+                game.wait_line(f"^track {slot} failed to load$")
+            game.press("t")
+            game.wait_line(r"^track view: no \.png for this track$")
+            game.interrupt()
+            self.assertEqual(game.wait_exit(), 0)
+            self.assertIn("track 4 not found, picking default", game.errors)
+            # Once when a first track is looked for, once at its key.
+            self.assertEqual(
+                game.errors.count("load_track(tracks/6_unmarked.trk): missing '*' or '!'"), 2)
+
+    def test_joysticks_that_are_not_there(self):
+        conf = b"[RED]\ndevice = js7 ; mine\nturn=hat0\n[blue]\ndevice=pad\n[other]\ndevice=js3\n"
+        with Game("-fast", files={"input.conf": conf}) as game:
+            game.wait_race()
+            self.assertEqual(game.errors, [
+                "gamepad: joystick 7 not connected (0 attached) — keyboard still works",
+                'gamepad: bad device "pad" (want e.g. js0) — keyboard still works'])
+            game.hold("f")
+            game.wait_line("^P1 flying start: clock running$")
+
+
+class Arguments(unittest.TestCase):
+    def ends(self, *args):
+        with Game(*args, without=("art", "tracks", "music", "sounds")) as game:
+            status = game.wait_exit()
+            return status, game.lines, game.errors
+
+    def test_texts_to_read_on_a_console(self):
+        status, lines, errors = self.ends("-fastest", "0", "10", "-race=0", "-race=5x", "-race=",
+                                          "-race=100", "--help", "-keys", "nonsense")
+        self.assertEqual((status, lines[0]),
+                         (0, "Brindle Run - two-player split-screen rally racer"))
+        self.assertRegex(lines[2], r"^Usage: \S*brindle-run \[options\] \[track-number\]$")
+        self.assertEqual(errors, [f"ignoring unrecognised argument: {a}"
+                                  for a in ("-fastest", "0", "10")]
+                         + [f"ignoring -race= (need 1..99 laps): -race={n}"
+                            for n in ("0", "5x", "", "100")])
+        status, lines, errors = self.ends("-fast", "-keys", "-h", "-o")
+        self.assertEqual((status, lines[0], errors), (0, "Brindle Run — all key bindings", []))
+        self.assertEqual(lines[-1],
+                         "  - The big key list comment was removed from main after adding this.")
+
+    def test_gamepad_test_without_any(self):
+        self.assertEqual(self.ends("-gamepad-test", "-o"), (
+            0, ["gamepad-test: 0 joystick(s) attached", "  (plug one in and rerun)"],
+            ["ignoring unrecognised argument: -o"]))
+
+
+class OneShots(unittest.TestCase):
+    def leaves_by_escape(self, option, picture):
+        with Game(option) as game:
+            game.wait_picture(picture)
+            game.press("Escape")
+            self.assertEqual((game.wait_exit(), game.errors), (0, []))
+
+    def test_winner(self):
+        def picture(p):
+            return (p.share((85, 138, 470, 84), lambda r, g, b: r > 200 and 130 < g < 210 and b < 90)
+                    > 0.1 and near((38, 86, 50))(*p.pixel(900, 500)))
+        self.leaves_by_escape("-winner", picture)
+
+    def test_ghost(self):
+        self.leaves_by_escape("-test-ghost", lambda p: near((115, 115, 115))(*p.pixel(640, 600))
+                              and p.pixel(320, 110) != p.pixel(640, 600))
+
+    def test_finish_plays_to_its_end(self):
+        with Game("-finish", without=("art", "sounds")) as game:
+            self.assertEqual(game.wait_exit(), 0)
+            self.assertEqual(len([e for e in game.errors if "no samples" in e]), 3)
+
+
+if __name__ == "__main__":
+    unittest.main()
