@@ -70,8 +70,10 @@ void load_saved_ghosts(GameLoop& g) {
     say("ghost: saved personal best (on)\n");
 }
 
-void press_ghost_key(GameLoop& g) {
-    if ((SDL_GetModState() & KMOD_SHIFT) != 0) {
+// Shift counts as it was at the key: a quick tap has let go of it before the frame reads its
+// events.
+void press_ghost_key(GameLoop& g, std::uint16_t modifiers) {
+    if ((modifiers & KMOD_SHIFT) != 0) {
         load_saved_ghosts(g);
     } else {
         toggle_ghost(g);
@@ -236,7 +238,7 @@ void press_function_key(GameLoop& g, SDL_Scancode key) {
     }
 }
 
-void press_race_key(GameLoop& g, SDL_Scancode key) {
+void press_race_key(GameLoop& g, SDL_Scancode key, std::uint16_t modifiers) {
     if (key >= SDL_SCANCODE_1 && key <= SDL_SCANCODE_9) {
         return press_slot(g, key - SDL_SCANCODE_1 + 1);
     }
@@ -246,7 +248,7 @@ void press_race_key(GameLoop& g, SDL_Scancode key) {
     case SDL_SCANCODE_BACKSPACE:
         return press_backspace(g);
     case SDL_SCANCODE_G:
-        return press_ghost_key(g);
+        return press_ghost_key(g, modifiers);
     case SDL_SCANCODE_K:
         return toggle_car_sound(g);
     case SDL_SCANCODE_L:
@@ -294,7 +296,7 @@ void GameLoop::poll_events() {
             press_game_over_key(*this, key);
         } else if (static_cast<std::size_t>(key) < pressed_keys.size()) {
             pressed_keys.at(static_cast<std::size_t>(key)) = true;
-            press_race_key(*this, key);
+            press_race_key(*this, key, event.key.keysym.mod);
         }
     }
 }
