@@ -18,7 +18,7 @@ std::optional<CompiledCourse> compile_course(Course course, Theme const& theme, 
     made.field = measure_road(made.line, made.course.width, made.course.height, reach);
     made.track = make_grid(made.course, made.line, made.field, theme.rim_width);
     check_grid(made.course, made.line, made.track, faults);
-    made.items = place_scenery(made.course, made.field, border, faults);
+    made.items = place_scenery(made.course, made.theme, made.line, made.field, faults);
     if (!faults.empty()) return std::nullopt;
     made.racing = racing_offsets(made.line);
     return made;

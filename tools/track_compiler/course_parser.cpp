@@ -1,6 +1,7 @@
 #include "track_compiler/course_parser.h"
 
 #include "track_compiler/data_file.h"
+#include "track_compiler/scenery_words.h"
 
 #include <array>
 #include <cmath>
@@ -15,28 +16,6 @@ namespace {
 constexpr int MAX_SIDE = 4096; // cells: the picture has two pixels a cell and 8192 at most
 constexpr int MAX_SCATTER = 20000;
 
-struct KindWord {
-    std::string_view word;
-    SceneryKind kind;
-    bool round; // given by one diameter instead of length, width and angle
-};
-constexpr std::array<KindWord, 14> KINDS{{
-    {"tree", SceneryKind::tree, true},
-    {"pine", SceneryKind::pine, true},
-    {"palm", SceneryKind::palm, true},
-    {"bush", SceneryKind::bush, true},
-    {"cactus", SceneryKind::cactus, true},
-    {"rock", SceneryKind::rock, true},
-    {"lamp", SceneryKind::lamp, true},
-    {"tyres", SceneryKind::tyres, false},
-    {"house", SceneryKind::house, false},
-    {"shed", SceneryKind::shed, false},
-    {"stand", SceneryKind::stand, false},
-    {"container", SceneryKind::container, false},
-    {"boat", SceneryKind::boat, false},
-    {"hay", SceneryKind::hay, false},
-}};
-
 constexpr std::array<std::pair<std::string_view, GroundKind>, 8> GROUNDS{{
     {"water", GroundKind::water},
     {"sand", GroundKind::sand},
@@ -47,13 +26,6 @@ constexpr std::array<std::pair<std::string_view, GroundKind>, 8> GROUNDS{{
     {"woods", GroundKind::woods},
     {"rocks", GroundKind::rocks},
 }};
-
-KindWord const* find_kind(std::string_view word) {
-    for (KindWord const& entry : KINDS) {
-        if (entry.word == word) return &entry;
-    }
-    return nullptr;
-}
 
 // One statement under reading: takes words off its front and notes what is wrong with them.
 struct Reader {

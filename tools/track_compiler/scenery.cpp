@@ -1,5 +1,7 @@
 #include "track_compiler/scenery.h"
 
+#include "track_compiler/things.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -33,15 +35,27 @@ bool on_water(Course const& course, Point place) {
     });
 }
 
+// Round things may grow into each other a little, but not into what is built.
 bool crowded(std::vector<SceneryItem> const& items, SceneryItem const& wanted) {
     return std::any_of(items.begin(), items.end(), [&](SceneryItem const& item) {
-        double const room = 0.4 * (std::max(item.length, item.width) + wanted.length);
-        return distance(item.at, wanted.at) < room;
+        Point const offset = wanted.at - item.at;
+        double const room = 0.4 * (item.length + wanted.length);
+        if (is_natural(item.kind) || item.kind == SceneryKind::lamp) return length(offset) < room;
+        Point const along = direction(item.angle);
+        double const beside = std::max(std::fabs(dot(offset, along)) - item.length / 2.0,
+                                       std::fabs(cross(along, offset)) - item.width / 2.0);
+        return beside < wanted.length / 2.0 + 2.0;
     });
 }
 
+// Where scattered things may stand, by their distance from the road's edge in cells.
+struct Belt {
+    double near = 0.0;
+    double far = 1e9;
+};
+
 void scatter_items(Course const& course, SceneryScatter const& scatter, std::uint32_t seed,
-                   RoadField const& field, double border, std::vector<SceneryItem>& items) {
+                   RoadField const& field, Belt belt, std::vector<SceneryItem>& items) {
     Point const span = scatter.high - scatter.low;
     for (int n = 0; n < scatter.count; n++) {
         for (int attempt = 0; attempt < TRIES; attempt++) {
@@ -52,12 +66,38 @@ void scatter_items(Course const& course, SceneryScatter const& scatter, std::uin
             item.at = scatter.low + Point{span.x * draw(0), span.y * draw(1)};
             item.length = item.width =
                 scatter.min_size + (scatter.max_size - scatter.min_size) * draw(2);
-            if (touches_road(item, field, border + 2.0) || on_water(course, item.at)) continue;
-            if (crowded(items, item)) continue;
+            if (touches_road(item, field, belt.near) || on_water(course, item.at)) continue;
+            if (road_at(field, item.at).edge > belt.far || crowded(items, item)) continue;
             items.push_back(item);
             break;
         }
     }
+}
+
+// Along both sides, staggered, wherever there is room.
+void place_row(Course const& course, Centreline const& line, ThemeRow const& row,
+               RoadField const& field, double clear, std::vector<SceneryItem>& items) {
+    double side = 1.0;
+    for (double along = 0.0; along < line.length; along += row.spacing / 2.0) {
+        RoadSample const& here = line.at(along);
+        side = -side;
+        SceneryItem item{.kind = row.kind};
+        item.at = here.at + side * (here.half_width + row.away) * side_of(direction(here.heading));
+        item.length = item.width = row.size;
+        if (touches_road(item, field, clear) || on_water(course, item.at)) continue;
+        if (!crowded(items, item)) items.push_back(item);
+    }
+}
+
+// The theme's rule for a course of this size.
+SceneryScatter scatter_of(ThemeScatter const& rule, Course const& course) {
+    double const squares = 1e-6 * course.width * course.height;
+    return {.kind = rule.kind,
+            .count = static_cast<int>(rule.density * squares),
+            .min_size = rule.min_size,
+            .max_size = rule.max_size,
+            .low = {0.0, 0.0},
+            .high = {static_cast<double>(course.width), static_cast<double>(course.height)}};
 }
 
 } // namespace
@@ -81,16 +121,25 @@ double chance(std::uint32_t a, std::uint32_t b, std::uint32_t c) {
     return static_cast<double>(h) / 4294967296.0;
 }
 
-std::vector<SceneryItem> place_scenery(Course const& course, RoadField const& field, double border,
+std::vector<SceneryItem> place_scenery(Course const& course, Theme const& theme,
+                                       Centreline const& line, RoadField const& field,
                                        Faults& faults) {
+    double const border = course.kerb_depth + theme.rim_width;
+    double const clear = border + 2.0;
     std::vector<SceneryItem> items = course.items;
     for (SceneryItem const& item : items) {
         if (!touches_road(item, field, border)) continue;
         faults.push_back({item.line, "it stands on the road or its rim"});
     }
+    for (ThemeRow const& row : theme.rows) place_row(course, line, row, field, clear, items);
     std::uint32_t seed = 1;
     for (SceneryScatter const& scatter : course.scatters) {
-        scatter_items(course, scatter, seed++, field, border, items);
+        scatter_items(course, scatter, seed++, field, {.near = clear}, items);
+    }
+    for (ThemeScatter const& rule : theme.scatters) {
+        bool const limited = rule.far < 80.0;
+        Belt const belt{std::max(clear, rule.near), limited ? rule.far : 1e9};
+        scatter_items(course, scatter_of(rule, course), seed++, field, belt, items);
     }
     std::stable_sort(items.begin(), items.end(),
                      [](SceneryItem const& a, SceneryItem const& b) { return a.at.y < b.at.y; });

@@ -1,18 +1,20 @@
 #pragma once
 
-// All things that stand beside the road: those that the description places and those that it
-// leaves to chance. Chance is the same at every build.
+// All things that stand beside the road: those that the description places, and those that it and
+// the theme leave to chance. Chance is the same at every build.
 
 #include "track_compiler/course.h"
 #include "track_compiler/fault.h"
 #include "track_compiler/road_field.h"
+#include "track_compiler/theme.h"
 
 #include <cstdint>
 #include <vector>
 
 // Everything placed, back to front. A thing that would stand on the road, its kerbs or its rim
-// (`border` cells beyond the edge) goes into `faults`; scattered things keep clear by themselves.
-std::vector<SceneryItem> place_scenery(Course const& course, RoadField const& field, double border,
+// goes into `faults`; scattered things keep clear by themselves.
+std::vector<SceneryItem> place_scenery(Course const& course, Theme const& theme,
+                                       Centreline const& line, RoadField const& field,
                                        Faults& faults);
 
 bool inside(GroundArea const& area, Point place);

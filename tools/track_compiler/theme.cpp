@@ -1,11 +1,13 @@
 #include "track_compiler/theme.h"
 
 #include "track_compiler/data_file.h"
+#include "track_compiler/scenery_words.h"
 
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <set>
+#include <span>
 #include <string_view>
 
 namespace {
@@ -51,7 +53,7 @@ struct NumberField {
     double low;
     double high;
 };
-constexpr std::array<NumberField, 8> NUMBERS{{
+constexpr std::array<NumberField, 16> NUMBERS{{
     {"rim_width", &Theme::rim_width, 2.0, 12.0},
     {"grain", &Theme::grain, 0.0, 1.0},
     {"road_grain", &Theme::road_grain, 0.0, 1.0},
@@ -60,6 +62,14 @@ constexpr std::array<NumberField, 8> NUMBERS{{
     {"shadow_length", &Theme::shadow_length, 0.0, 4.0},
     {"dark", &Theme::dark, 0.0, 1.0},
     {"paper", &Theme::paper, 0.0, 1.0},
+    {"edge_line", &Theme::edge_line, 0.0, 1.0},
+    {"rim_block", &Theme::rim_block, 0.0, 400.0},
+    {"rim_rough", &Theme::rim_rough, 0.0, 1.0},
+    {"mow", &Theme::mow, 0.0, 1.0},
+    {"ripples", &Theme::ripples, 0.0, 1.0},
+    {"cracks", &Theme::cracks, 0.0, 1.0},
+    {"tufts", &Theme::tufts, 0.0, 1.0},
+    {"snow", &Theme::snow, 0.0, 1.0},
 }};
 
 // Six hexadecimal digits, RRGGBB.
@@ -74,9 +84,57 @@ std::optional<Colour> parse_colour(std::string const& word) {
     return Colour{channel(16), channel(8), channel(0)};
 }
 
+// Reads a kind of round thing and numbers behind the statement's word. What is wrong with them, or
+// an empty string.
+std::string read_rule(DataLine const& data, SceneryKind& kind, std::span<double> numbers) {
+    std::string const& word = data.words[0];
+    if (data.words.size() != numbers.size() + 2) {
+        return word + ": a kind and " + std::to_string(numbers.size()) + " numbers are needed";
+    }
+    KindWord const* const found = find_kind(data.words[1]);
+    if (found == nullptr || !found->round) {
+        return word + ": \"" + data.words[1] + "\" is no kind of round thing";
+    }
+    kind = found->kind;
+    for (std::size_t i = 0; i < numbers.size(); i++) {
+        std::optional<double> const value = parse_number(data.words[i + 2]);
+        if (!value || *value < 0.0 || *value > 4000.0) {
+            return word + ": \"" + data.words[i + 2] + "\" is no number in its range";
+        }
+        numbers[i] = *value;
+    }
+    return {};
+}
+
+// scatter KIND DENSITY MIN MAX NEAR FAR
+std::string read_scatter(DataLine const& data, Theme& theme) {
+    SceneryKind kind{};
+    std::array<double, 5> numbers{};
+    std::string cause = read_rule(data, kind, numbers);
+    if (!cause.empty()) return cause;
+    auto const [density, low, high, near, far] = numbers;
+    if (low < 2.0 || high < low || far < near) return "scatter: the sizes or distances are wrong";
+    theme.scatters.push_back({kind, density, low, high, near, far});
+    return {};
+}
+
+// row KIND SPACING SIZE AWAY
+std::string read_row(DataLine const& data, Theme& theme) {
+    SceneryKind kind{};
+    std::array<double, 3> numbers{};
+    std::string cause = read_rule(data, kind, numbers);
+    if (!cause.empty()) return cause;
+    auto const [spacing, size, away] = numbers;
+    if (size < 2.0 || spacing < size) return "row: the things do not fit";
+    theme.rows.push_back({kind, spacing, size, away});
+    return {};
+}
+
 // What is wrong with the line, or an empty string.
 std::string read_field(DataLine const& data, Theme& theme) {
     std::string const& word = data.words[0];
+    if (word == "scatter") return read_scatter(data, theme);
+    if (word == "row") return read_row(data, theme);
     if (data.words.size() != 2) return word + ": one value is needed";
     for (ColourField const& field : COLOURS) {
         if (field.word != word) continue;

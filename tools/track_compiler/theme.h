@@ -2,17 +2,37 @@
 
 // How a place looks, as data: one text file a theme, one colour or number a line.
 
+#include "track_compiler/course.h"
 #include "track_compiler/fault.h"
 
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 // Red, green and blue, 0..1.
 struct Colour {
     float r = 0.0F;
     float g = 0.0F;
     float b = 0.0F;
+};
+
+// Things that belong to the theme and stand in every course of it.
+struct ThemeScatter {
+    SceneryKind kind = SceneryKind::tree; // a round one
+    double density = 0.0;                 // things on a square of 1000 by 1000 cells
+    double min_size = 0.0;
+    double max_size = 0.0;
+    double near = 0.0; // cells from the road's edge, at least
+    double far = 0.0;  // and at most; from 80 on there is no limit
+};
+
+// Things in a row on both sides of the road.
+struct ThemeRow {
+    SceneryKind kind = SceneryKind::lamp; // a round one
+    double spacing = 0.0;                 // cells of road from one to the next on its side
+    double size = 0.0;
+    double away = 0.0; // cells from the road's edge to its middle
 };
 
 struct Theme {
@@ -56,6 +76,16 @@ struct Theme {
     double shadow_length = 1; // of a thing's shadow by its height
     double dark = 0.0;        // night: how much of the light is gone, 0..1
     double paper = 0.0;       // 1: drawn on graph paper
+    double edge_line = 0.0;   // strength of the painted lines along the road's edges, 0..1
+    double rim_block = 0.0;   // cells from joint to joint of the rim, 0 for no joints
+    double rim_rough = 0.3;   // unevenness of the rim: a wall 0, a hedge 1
+    double mow = 0.0;         // strength of mown stripes, 0..1
+    double ripples = 0.0;     // of ripples in sand or snow
+    double cracks = 0.0;      // of the joints in dried mud
+    double tufts = 0.0;       // of tufts of grass
+    double snow = 0.0;        // how much snow lies on things
+    std::vector<ThemeScatter> scatters;
+    std::vector<ThemeRow> rows;
 };
 
 // The theme that `text` describes; every colour must be given. Nothing if there are faults.

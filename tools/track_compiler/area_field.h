@@ -1,0 +1,26 @@
+#pragma once
+
+// Where the patches of other ground lie, for every cell, so that a pixel need not ask each of them.
+
+#include "track_compiler/course.h"
+
+#include <cstdint>
+#include <vector>
+
+struct AreaField {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint16_t> area = {}; // 1 + index of the patch that counts here, 0 for none
+    std::vector<float> depth = {};        // cells inside its outline, negative outside
+};
+
+// A place with respect to the patch that counts there.
+struct AreaPlace {
+    GroundArea const* area = nullptr; // null if there is none in sight
+    double depth = 0.0;
+};
+
+AreaField measure_areas(Course const& course, int width, int height);
+
+// Interpolated between cells; any place.
+AreaPlace area_at(AreaField const& field, Course const& course, Point place);
