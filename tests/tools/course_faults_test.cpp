@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -47,6 +48,26 @@ TEST(CourseParser, TellsLineAndCauseOfEveryBadStatement) {
         ASSERT_EQ(faults.size(), 1U);
         EXPECT_EQ(faults[0].line, broken.line);
         EXPECT_THAT(faults[0].cause, HasSubstr(broken.cause));
+    }
+}
+
+TEST(ThemeParser, TellsLineAndCauseOfABadThemeRule) {
+    constexpr std::array<std::array<char const*, 2>, 5> CASES{{
+        {"scatter pine 60 18 46 18", "5 numbers are needed"},
+        {"scatter house 60 18 46 18 90", "no kind of round thing"},
+        {"scatter pine many 18 46 18 90", "no number in its range"},
+        {"scatter pine 60 46 18 18 90", "the sizes or distances are wrong"},
+        {"row lamp 4 8 18", "the things do not fit"},
+    }};
+    std::string const good = read_file(std::string(BRINDLE_COURSES) + "/themes/coast.theme");
+    auto const lines = std::count(good.begin(), good.end(), '\n');
+    for (auto const& [rule, cause] : CASES) {
+        SCOPED_TRACE(rule);
+        Faults faults;
+        EXPECT_FALSE(parse_theme(good + rule + "\n", faults));
+        ASSERT_EQ(faults.size(), 1U);
+        EXPECT_EQ(faults[0].line, lines + 1);
+        EXPECT_THAT(faults[0].cause, HasSubstr(cause));
     }
 }
 

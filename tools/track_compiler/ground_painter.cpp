@@ -137,8 +137,11 @@ Colour land_colour(PaintSource const& source, AreaField const& areas, Point at, 
                                smoothstep(0.0, 1.5, place.depth));
         if (place.depth > -2.5) colour = wet;
     } else if (place.area != nullptr) {
+        // A farmer's hem is straight, nature's is frayed.
+        bool const farmed = place.area->kind == GroundKind::field;
+        double const frayed = farmed ? 0.0 : 44.0 * (clouds().at(at, 120.0) - 0.5);
         colour = mix(colour, area_colour(theme, place.area->kind, at, place.depth),
-                     stepped(smoothstep(-5.0, 3.0, place.depth)));
+                     stepped(smoothstep(-5.0, farmed ? 3.0 : 9.0, place.depth + frayed)));
     }
     if (edge < 40.0 && !built) {
         double const away = edge + 26.0 * (clouds().at(at, 46.0) - 0.5);

@@ -141,14 +141,16 @@ void paint_goal(PaintSource const& source, Picture const& picture) {
     constexpr double BOX_GAP = 30.0;
     Theme const& theme = source.theme;
     Goal const goal = goal_of(source.track);
-    Colour const dark = shade(theme.line, 0.12);
+    // Where the paint is ink, as on paper, the other squares are light.
+    bool const inky = theme.line.r + theme.line.g + theme.line.b < 1.5F;
+    Colour const other = inky ? WHITE : shade(theme.line, 0.12);
     paint_bar(picture, goal, {goal.middle, goal.half_span, SQUARE},
               [&](std::uint32_t& pixel, double x, double y, double alpha) {
                   auto const square = [](double v) {
                       return static_cast<int>(std::floor(v / SQUARE));
                   };
                   bool const odd = (square(x) + square(y)) % 2 != 0;
-                  blend(pixel, odd ? dark : theme.line, alpha);
+                  blend(pixel, odd ? other : theme.line, alpha);
               });
     for (int box = 0; box < BOXES; box++) {
         double const lane = (box % 2 == 0 ? -0.45 : 0.45) * goal.half_span;
@@ -183,7 +185,7 @@ void paint_gantry(PaintSource const& source, Picture const& picture) {
                   [&](std::uint32_t& pixel, double x, double y, double alpha) {
                       bool const rim = std::max(std::fabs(x), std::fabs(y)) > TOWER - 1.2;
                       bool const odd = (x < 0.0) != (y < 0.0);
-                      Colour const flag = odd ? shade(theme.line, 0.15) : theme.line;
+                      Colour const flag = odd ? shade(WHITE, 0.15) : WHITE;
                       blend(pixel, rim ? shade(theme.kerb_red, 0.9) : flag, alpha);
                   });
     }

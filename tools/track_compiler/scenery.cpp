@@ -35,6 +35,21 @@ bool on_water(Course const& course, Point place) {
     });
 }
 
+// Nothing grows on lettering or among a field's crop.
+bool kept_free(Course const& course, Point place) {
+    auto const on_text = [&](Lettering const& lettering) {
+        double const wide = lettering.height * static_cast<double>(lettering.text.size());
+        Point const along = direction(lettering.angle);
+        Point const offset = place - lettering.at;
+        return std::fabs(dot(offset, along)) < wide / 2.0 &&
+               std::fabs(cross(along, offset)) < lettering.height;
+    };
+    return std::any_of(course.letterings.begin(), course.letterings.end(), on_text) ||
+           std::any_of(course.areas.begin(), course.areas.end(), [&](GroundArea const& area) {
+               return area.kind == GroundKind::field && inside(area, place);
+           });
+}
+
 // Round things may grow into each other a little, but not into what is built.
 bool crowded(std::vector<SceneryItem> const& items, SceneryItem const& wanted) {
     return std::any_of(items.begin(), items.end(), [&](SceneryItem const& item) {
@@ -67,6 +82,7 @@ void scatter_items(Course const& course, SceneryScatter const& scatter, std::uin
             item.length = item.width =
                 scatter.min_size + (scatter.max_size - scatter.min_size) * draw(2);
             if (touches_road(item, field, belt.near) || on_water(course, item.at)) continue;
+            if (kept_free(course, item.at)) continue;
             if (road_at(field, item.at).edge > belt.far || crowded(items, item)) continue;
             items.push_back(item);
             break;
