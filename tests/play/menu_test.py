@@ -20,7 +20,8 @@ KEYBOARD = (400, 250, 480, 150)
 
 
 def shows(rect, color, at_least=0.9):
-    return lambda p: p.share(rect, near(color, 20)) >= at_least
+    # Close: keys are not heard until a screen has fully come up from black.
+    return lambda p: p.share(rect, near(color, 3)) >= at_least
 
 
 def lit(rect):
