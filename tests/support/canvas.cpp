@@ -1,5 +1,6 @@
 #include "support/canvas.h"
 
+#include <cstddef>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -7,7 +8,7 @@ namespace {
 
 std::uint32_t* pixel_address(SDL_Surface const* surface, int x, int y) {
     auto* bytes = static_cast<std::uint8_t*>(surface->pixels);
-    return reinterpret_cast<std::uint32_t*>(bytes + y * surface->pitch) + x;
+    return reinterpret_cast<std::uint32_t*>(bytes + std::ptrdiff_t{y} * surface->pitch) + x;
 }
 
 } // namespace

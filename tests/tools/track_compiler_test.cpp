@@ -103,7 +103,7 @@ TEST(TrackCompiler, PaintsTheRoadThatTheGridHas) {
     int wrong = 0;
     for (int y = 1; y + 1 < made->track.height; y++) {
         for (int x = 1; x + 1 < made->track.width; x++) {
-            char const cell = static_cast<char>(made->track.cells[made->track.index(x, y)]);
+            auto const cell = made->track.cells[made->track.index(x, y)];
             bool inner = std::abs(x - made->track.goal_x1) > 30; // grid slots and chequers
             for (int dy = -1; dy <= 1; dy++) {
                 for (int dx = -1; dx <= 1; dx++) {
