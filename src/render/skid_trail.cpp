@@ -106,19 +106,17 @@ bool close_enough(SkidPoint const& a, SkidPoint const& b) {
     return dx * dx + dy * dy <= JOINING_LIMIT;
 }
 
-// The lists of one draw call. Kept between calls, so that they are allocated once.
+// The quads of one draw call.
 struct MarkBatch {
-    std::vector<MarkPoint> points;
     std::vector<SDL_Vertex> vertices;
     std::vector<int> indices;
 };
 
-void prepare_points(std::vector<MarkPoint>& out, std::deque<SkidPoint> const& trail,
-                    MarkView const& view) {
+std::vector<MarkPoint> prepare_points(std::deque<SkidPoint> const& trail, MarkView const& view) {
     double const scale = world_scale();
     double const reach = view.offset + view.half_width + 1.0;
-    out.clear();
-    out.reserve(trail.size());
+    std::vector<MarkPoint> points;
+    points.reserve(trail.size());
     SkidPoint const* before = nullptr;
     double sine = 0.0;
     double cosine = 0.0;
@@ -133,10 +131,11 @@ void prepare_points(std::vector<MarkPoint>& out, std::deque<SkidPoint> const& tr
         SDL_Color const color = {MARK_SHADE, MARK_SHADE, MARK_SHADE,
                                  alpha_at(view.now - point.time_ms)};
         bool const joined = before != nullptr && close_enough(*before, point);
-        out.push_back({x, y, -sine * view.offset, cosine * view.offset, color,
-                       edges_beyond(x, y, view.clip, reach), joined});
+        points.push_back({x, y, -sine * view.offset, cosine * view.offset, color,
+                          edges_beyond(x, y, view.clip, reach), joined});
         before = &point;
     }
+    return points;
 }
 
 SDL_Vertex vertex(double x, double y, SDL_Color color) {
@@ -163,17 +162,19 @@ void add_quad(MarkBatch& batch, MarkPoint const& a, MarkPoint const& b, double s
     batch.indices.insert(batch.indices.end(), {n, n + 1, n + 2, n, n + 2, n + 3});
 }
 
-void add_marks(MarkBatch& batch, double half_width) {
-    batch.vertices.clear();
-    batch.indices.clear();
+MarkBatch make_marks(std::vector<MarkPoint> const& points, double half_width) {
+    MarkBatch batch;
+    batch.vertices.reserve(points.size() * 2 * 4); // two wheels, a quad each
+    batch.indices.reserve(points.size() * 2 * 6);
     for (double const side : {-1.0, 1.0}) {
-        for (std::size_t i = 1; i < batch.points.size(); ++i) {
-            MarkPoint const& a = batch.points[i - 1];
-            MarkPoint const& b = batch.points[i];
+        for (std::size_t i = 1; i < points.size(); ++i) {
+            MarkPoint const& a = points[i - 1];
+            MarkPoint const& b = points[i];
             bool const shows = (a.outside & b.outside) == 0;
             if (b.joined && shows) add_quad(batch, a, b, side, half_width);
         }
     }
+    return batch;
 }
 
 } // namespace
@@ -202,12 +203,12 @@ void draw_skids(SDL_Renderer* renderer, PlayerView const& view, int left, int to
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     SDL_RenderSetClipRect(renderer, &clip);
 
-    static MarkBatch batch; // drawing happens on one thread
     double const magnified = zoom_factor() * CAR_MAGNIFIER;
     double const half_width = std::max(THINNEST_HALF_WIDTH, magnified * MARK_WIDTH * 0.5);
-    prepare_points(batch.points, view.skid_points,
-                   {clip, left, top, now, WHEEL_OFFSET * magnified, half_width});
-    add_marks(batch, half_width);
+    MarkBatch const batch =
+        make_marks(prepare_points(view.skid_points,
+                                  {clip, left, top, now, WHEEL_OFFSET * magnified, half_width}),
+                   half_width);
     if (!batch.vertices.empty()) {
         SDL_RenderGeometry(renderer, nullptr, batch.vertices.data(),
                            static_cast<int>(batch.vertices.size()), batch.indices.data(),
