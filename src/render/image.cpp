@@ -86,8 +86,14 @@ Sums sum_of(SDL_Surface* source, Span const& columns, Span const& rows) {
     return sums;
 }
 
+bool can_be_opened(char const* path) {
+    SDL_RWops* const file = SDL_RWFromFile(path, "rb"); // sets the error if not
+    return file != nullptr && SDL_RWclose(file) == 0;
+}
+
 // The picture in whatever format its file has; null if it is none or claims to be too large.
 SurfaceHandle decode(char const* path) {
+    if (!can_be_opened(path)) return {};
     SDL_Point const size = picture_size(path);
     if (size.x < 1 || size.y < 1 || std::int64_t{size.x} * size.y > MAX_PICTURE_PIXELS) {
         SDL_SetError("%s: no picture, or too large (%d x %d)", path, size.x, size.y);

@@ -8,8 +8,6 @@
 #include "screens/menu_screen.h"
 #include "world/track_file.h"
 
-#include <SDL_image.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -61,7 +59,7 @@ MenuLabel label(MenuScreen const& menu, FontHandle const& font, char const* text
 }
 
 void load_header(MenuScreen& menu) {
-    SurfaceHandle const picture(IMG_Load("art/menu_header_alpha.png"));
+    SurfaceHandle const picture = load_picture("art/menu_header_alpha.png");
     if (!picture) {
         report("menu header image");
         return;

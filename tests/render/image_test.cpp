@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
 #include <utility>
 
 namespace {
@@ -110,7 +111,7 @@ TEST(LoadTexture, ShowsWhatTheFileHoldsInEveryKindOfPixel) {
     }
 }
 
-TEST(LoadTexture, RefusesWhatIsNoPictureOrClaimsTooMuch) {
+TEST(LoadTexture, RefusesWhatIsNoPictureAndSaysWhyToThePlayer) {
     TempDir const dir;
     Canvas const canvas(4, 4);
     int w = 7;
@@ -119,5 +120,7 @@ TEST(LoadTexture, RefusesWhatIsNoPictureOrClaimsTooMuch) {
     EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("noise").c_str(), &w, &h));
     EXPECT_EQ(w, 0);
     EXPECT_EQ(h, 0);
+    EXPECT_NE(std::string(SDL_GetError()).find("no picture"), std::string::npos);
     EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("missing").c_str(), &w, &h));
+    EXPECT_NE(std::string(SDL_GetError()).find("open"), std::string::npos) << SDL_GetError();
 }
