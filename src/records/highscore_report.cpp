@@ -54,9 +54,10 @@ struct Card {
     int image_obj = 0; // its object number, 0 while it has none
 };
 
-std::array<TrackFiles, 10> find_track_files() {
+// As ::discover_tracks, with the pictures beside the tracks.
+std::array<TrackFiles, 10> discover_tracks() {
     std::array<TrackFiles, 10> slots;
-    std::array<std::string, 10> const tracks = discover_tracks();
+    std::array<std::string, 10> const tracks = ::discover_tracks();
     for (std::size_t slot = 1; slot < slots.size(); ++slot) {
         if (tracks[slot].empty()) continue;
         std::error_code ignored;
@@ -106,7 +107,7 @@ void add_miniature(Card& card, TrackFiles const& files, std::string const& trace
 }
 
 std::vector<Card> make_cards(std::map<int, BestEntry> const& entries) {
-    std::array<TrackFiles, 10> const tracks = find_track_files();
+    std::array<TrackFiles, 10> const tracks = discover_tracks();
     std::vector<Card> cards;
     for (auto const& [slot, entry] : entries) {
         if (slot < 1 || slot > 9) continue;
