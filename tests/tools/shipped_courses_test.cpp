@@ -90,7 +90,9 @@ TEST_P(ShippedCourse, IsLappedByTwoComputerDrivers) {
 }
 
 std::string test_name(testing::TestParamInfo<std::string> const& info) {
-    return fs::path(info.param).stem().string();
+    std::string name = fs::path(info.param).stem().string();
+    std::replace(name.begin(), name.end(), ' ', '_');
+    return name;
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ShippedCourse, testing::ValuesIn(course_files()), test_name);

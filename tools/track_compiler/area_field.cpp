@@ -28,13 +28,14 @@ void measure_area(GroundArea const& area, std::uint16_t number, AreaField& field
                                                    [](Point a, Point b) { return a.x < b.x; });
     auto const [top, bottom] = std::minmax_element(area.corners.begin(), area.corners.end(),
                                                    [](Point a, Point b) { return a.y < b.y; });
-    int const x0 = std::max(0, static_cast<int>(left->x - MARGIN));
-    int const y0 = std::max(0, static_cast<int>(top->y - MARGIN));
-    int const x1 = std::min(field.width, static_cast<int>(right->x + MARGIN));
-    int const y1 = std::min(field.height, static_cast<int>(bottom->y + MARGIN));
+    auto const steps = [](double cells) { return static_cast<int>(cells / AREA_STEP); };
+    int const x0 = std::max(0, steps(left->x - MARGIN));
+    int const y0 = std::max(0, steps(top->y - MARGIN));
+    int const x1 = std::min(field.width, steps(right->x + MARGIN));
+    int const y1 = std::min(field.height, steps(bottom->y + MARGIN));
     for (int y = y0; y < y1; y++) {
         for (int x = x0; x < x1; x++) {
-            Point const cell{x + 0.5, y + 0.5};
+            Point const cell{(x + 0.5) * AREA_STEP, (y + 0.5) * AREA_STEP};
             double const gap = outline_distance(area, cell);
             auto const depth = static_cast<float>(inside(area, cell) ? gap : -gap);
             std::size_t const at =
@@ -50,8 +51,10 @@ void measure_area(GroundArea const& area, std::uint16_t number, AreaField& field
 } // namespace
 
 AreaField measure_areas(Course const& course, int width, int height) {
-    AreaField field{.width = width, .height = height};
-    std::size_t const cells = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    auto const steps = [](int side) { return static_cast<int>(std::ceil(side / AREA_STEP)) + 1; };
+    AreaField field{.width = steps(width), .height = steps(height)};
+    std::size_t const cells =
+        static_cast<std::size_t>(field.width) * static_cast<std::size_t>(field.height);
     field.area.assign(cells, 0);
     field.depth.assign(cells, static_cast<float>(-MARGIN));
     std::uint16_t number = 1;
@@ -60,8 +63,8 @@ AreaField measure_areas(Course const& course, int width, int height) {
 }
 
 AreaPlace area_at(AreaField const& field, Course const& course, Point place) {
-    double const x = std::clamp(place.x - 0.5, 0.0, field.width - 1.001);
-    double const y = std::clamp(place.y - 0.5, 0.0, field.height - 1.001);
+    double const x = std::clamp(place.x / AREA_STEP - 0.5, 0.0, field.width - 1.001);
+    double const y = std::clamp(place.y / AREA_STEP - 0.5, 0.0, field.height - 1.001);
     auto const x0 = static_cast<std::size_t>(x);
     auto const y0 = static_cast<std::size_t>(y);
     auto const row = static_cast<std::size_t>(field.width);

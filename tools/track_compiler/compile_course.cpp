@@ -7,6 +7,32 @@
 
 #include <utility>
 
+namespace {
+
+// Nature has no corners: each is cut off at a quarter of its sides, twice.
+void round_off(GroundArea& area) {
+    for (int round = 0; round < 2; round++) {
+        std::vector<Point> rounded;
+        for (std::size_t i = 0; i < area.corners.size(); i++) {
+            Point const a = area.corners[i];
+            Point const b = area.corners[(i + 1) % area.corners.size()];
+            rounded.push_back(a + 0.25 * (b - a));
+            rounded.push_back(a + 0.75 * (b - a));
+        }
+        area.corners = std::move(rounded);
+    }
+}
+
+void round_off_nature(Course& course, Theme const& theme) {
+    for (GroundArea& area : course.areas) {
+        bool const built = area.kind == GroundKind::plaza || area.kind == GroundKind::field ||
+                           (area.kind == GroundKind::water && theme.quay > 0.0);
+        if (!built) round_off(area);
+    }
+}
+
+} // namespace
+
 std::optional<CompiledCourse> compile_course(Course course, Theme const& theme, double reach,
                                              Faults& faults) {
     std::optional<Centreline> line = build_centreline(course, faults);
@@ -14,6 +40,7 @@ std::optional<CompiledCourse> compile_course(Course course, Theme const& theme, 
     double const border = course.kerb_depth + theme.rim_width;
     check_road(course, *line, border, faults);
     if (!faults.empty()) return std::nullopt;
+    round_off_nature(course, theme);
     CompiledCourse made{.course = std::move(course), .theme = theme, .line = *std::move(line)};
     made.field = measure_road(made.line, made.course.width, made.course.height, reach);
     made.track = make_grid(made.course, made.line, made.field, theme.rim_width);

@@ -80,6 +80,13 @@ RoadPlace road_at(RoadField const& field, Point place) {
 }
 
 double kerb_depth_at(Centreline const& line, double along, double lateral) {
-    RoadSample const& sample = line.at(along);
-    return lateral < 0.0 ? sample.kerb_left : sample.kerb_right;
+    auto const depth = [&](RoadSample const& sample) {
+        return lateral < 0.0 ? sample.kerb_left : sample.kerb_right;
+    };
+    std::size_t const count = line.samples.size();
+    double const at = std::max(0.0, along / line.length * static_cast<double>(count));
+    auto const before = static_cast<std::size_t>(at);
+    double const t = at - static_cast<double>(before);
+    double const from = depth(line.samples[before % count]);
+    return from + (depth(line.samples[(before + 1) % count]) - from) * t;
 }

@@ -1,5 +1,6 @@
 #include "track_compiler/scenery.h"
 
+#include "track_compiler/texture.h"
 #include "track_compiler/things.h"
 
 #include <algorithm>
@@ -35,7 +36,7 @@ bool on_water(Course const& course, Point place) {
     });
 }
 
-// Nothing grows on lettering or among a field's crop.
+// Nothing grows on lettering, on paving or among a field's crop.
 bool kept_free(Course const& course, Point place) {
     auto const on_text = [&](Lettering const& lettering) {
         double const wide = lettering.height * static_cast<double>(lettering.text.size());
@@ -46,7 +47,8 @@ bool kept_free(Course const& course, Point place) {
     };
     return std::any_of(course.letterings.begin(), course.letterings.end(), on_text) ||
            std::any_of(course.areas.begin(), course.areas.end(), [&](GroundArea const& area) {
-               return area.kind == GroundKind::field && inside(area, place);
+               bool const used = area.kind == GroundKind::field || area.kind == GroundKind::plaza;
+               return used && inside(area, place);
            });
 }
 
@@ -67,6 +69,7 @@ bool crowded(std::vector<SceneryItem> const& items, SceneryItem const& wanted) {
 struct Belt {
     double near = 0.0;
     double far = 1e9;
+    double groves = 0.0; // of the theme
 };
 
 void scatter_items(Course const& course, SceneryScatter const& scatter, std::uint32_t seed,
@@ -83,6 +86,8 @@ void scatter_items(Course const& course, SceneryScatter const& scatter, std::uin
                 scatter.min_size + (scatter.max_size - scatter.min_size) * draw(2);
             if (touches_road(item, field, belt.near) || on_water(course, item.at)) continue;
             if (kept_free(course, item.at)) continue;
+            bool const social = is_natural(item.kind) && item.kind != SceneryKind::rock;
+            if (social && draw(3) < belt.groves * (1.0 - grove(item.at))) continue;
             if (road_at(field, item.at).edge > belt.far || crowded(items, item)) continue;
             items.push_back(item);
             break;
@@ -129,6 +134,17 @@ bool inside(GroundArea const& area, Point place) {
     return in;
 }
 
+double grove(Point place) {
+    Point const turned{0.6 * place.x - 0.8 * place.y, 0.8 * place.x + 0.6 * place.y};
+    double const sum = 0.6 * clouds().at(place, 430.0) + 0.4 * clouds().at(turned, 190.0);
+    return smoothstep(0.46, 0.60, sum);
+}
+
+double area_whim(GroundArea const& area) {
+    auto const number = [](double value) { return static_cast<std::uint32_t>(value + 8192.0); };
+    return chance(number(area.corners[0].x), number(area.corners[0].y), 17);
+}
+
 double chance(std::uint32_t a, std::uint32_t b, std::uint32_t c) {
     std::uint32_t h = a * 0x9E3779B1U ^ b * 0x85EBCA77U ^ c * 0xC2B2AE3DU;
     h = (h ^ (h >> 15U)) * 0x2C1B3C6DU;
@@ -150,11 +166,12 @@ std::vector<SceneryItem> place_scenery(Course const& course, Theme const& theme,
     for (ThemeRow const& row : theme.rows) place_row(course, line, row, field, clear, items);
     std::uint32_t seed = 1;
     for (SceneryScatter const& scatter : course.scatters) {
-        scatter_items(course, scatter, seed++, field, {.near = clear}, items);
+        scatter_items(course, scatter, seed++, field, {.near = clear, .groves = theme.groves},
+                      items);
     }
     for (ThemeScatter const& rule : theme.scatters) {
         bool const limited = rule.far < 80.0;
-        Belt const belt{std::max(clear, rule.near), limited ? rule.far : 1e9};
+        Belt const belt{std::max(clear, rule.near), limited ? rule.far : 1e9, theme.groves};
         scatter_items(course, scatter_of(rule, course), seed++, field, belt, items);
     }
     std::stable_sort(items.begin(), items.end(),

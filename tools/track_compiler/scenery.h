@@ -19,5 +19,11 @@ std::vector<SceneryItem> place_scenery(Course const& course, Theme const& theme,
 
 bool inside(GroundArea const& area, Point place);
 
+// 1 in the middle of a grove, 0 in the open; the same for all courses.
+double grove(Point place);
+
+// A number of 0..1 of the patch's own.
+double area_whim(GroundArea const& area);
+
 // A number of 0..1 that looks like chance and depends on nothing but its arguments.
 double chance(std::uint32_t a, std::uint32_t b, std::uint32_t c);

@@ -16,7 +16,7 @@ struct ColourField {
     std::string_view word;
     Colour Theme::*member;
 };
-constexpr std::array<ColourField, 28> COLOURS{{
+constexpr std::array<ColourField, 29> COLOURS{{
     {"road", &Theme::road},
     {"road_worn", &Theme::road_worn},
     {"road_edge", &Theme::road_edge},
@@ -45,6 +45,7 @@ constexpr std::array<ColourField, 28> COLOURS{{
     {"wall", &Theme::wall},
     {"lamp", &Theme::lamp},
     {"ink", &Theme::ink},
+    {"bloom", &Theme::bloom},
 }};
 
 struct NumberField {
@@ -53,7 +54,7 @@ struct NumberField {
     double low;
     double high;
 };
-constexpr std::array<NumberField, 16> NUMBERS{{
+constexpr std::array<NumberField, 20> NUMBERS{{
     {"rim_width", &Theme::rim_width, 2.0, 12.0},
     {"grain", &Theme::grain, 0.0, 1.0},
     {"road_grain", &Theme::road_grain, 0.0, 1.0},
@@ -70,6 +71,10 @@ constexpr std::array<NumberField, 16> NUMBERS{{
     {"cracks", &Theme::cracks, 0.0, 1.0},
     {"tufts", &Theme::tufts, 0.0, 1.0},
     {"snow", &Theme::snow, 0.0, 1.0},
+    {"flowers", &Theme::flowers, 0.0, 1.0},
+    {"groves", &Theme::groves, 0.0, 1.0},
+    {"repairs", &Theme::repairs, 0.0, 1.0},
+    {"quay", &Theme::quay, 0.0, 1.0},
 }};
 
 // Six hexadecimal digits, RRGGBB.

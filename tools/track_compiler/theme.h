@@ -66,7 +66,8 @@ struct Theme {
     Colour roof;
     Colour wall;
     Colour lamp;
-    Colour ink; // lettering
+    Colour ink;   // lettering
+    Colour bloom; // flowers, and whatever else may be gay
     // Numbers.
     double rim_width = 5.0;   // cells; solid, also in the grid
     double grain = 0.5;       // strength of the ground's texture, 0..1
@@ -84,6 +85,10 @@ struct Theme {
     double cracks = 0.0;      // of the joints in dried mud
     double tufts = 0.0;       // of tufts of grass
     double snow = 0.0;        // how much snow lies on things
+    double flowers = 0.0;     // of drifts of flowers
+    double groves = 0.0;      // how much plants keep together, 0 evenly spread, 1 in groves only
+    double repairs = 0.0;     // of a made road's patches and cracks
+    double quay = 0.0;        // 1: shores are walls of stone
     std::vector<ThemeScatter> scatters;
     std::vector<ThemeRow> rows;
 };

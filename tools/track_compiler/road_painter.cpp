@@ -1,0 +1,62 @@
+#include "track_compiler/road_painter.h"
+
+#include "track_compiler/grain.h"
+#include "track_compiler/picture.h"
+#include "track_compiler/scenery.h"
+
+namespace {
+
+// Two wheel tracks with a paler strip between them, where everybody drives.
+Colour worn(PaintSource const& source, Point at, RoadPlace const& place) {
+    Theme const& theme = source.theme;
+    double const racing = source.racing[source.line.index_at(place.along)];
+    double const off = std::fabs(place.lateral - racing) + 12.0 * (clouds().at(at, 120.0) - 0.5);
+    double const broad = 1.0 - smoothstep(6.0, 34.0, off);
+    double const tracks = 1.0 - smoothstep(1.0, 7.0, std::fabs(std::fabs(off) - 7.0));
+    double const streak = clouds().at({place.along * 0.12, place.lateral * 2.2}, 16.0);
+    double const rubber = (0.58 * broad + 0.30 * tracks) * (0.72 + 0.56 * streak);
+    return mix(theme.road, theme.road_worn, stepped(rubber));
+}
+
+// Where the surface was cut open and closed again: a piece in another shade with a seam of tar.
+double repair(RoadPlace const& place, double strength) {
+    constexpr double STRETCH = 130.0; // cells of road that have one piece or none
+    auto const number = static_cast<std::uint32_t>(std::max(0.0, place.along / STRETCH));
+    if (chance(number, 11, 7) > 0.5 * strength) return 1.0;
+    double const half_long = 12.0 + 30.0 * chance(number, 12, 7);
+    double const half_wide = 8.0 + 14.0 * chance(number, 13, 7);
+    double const middle = 44.0 * (chance(number, 14, 7) - 0.5);
+    double const x = std::fabs(place.along - (number + 0.5) * STRETCH) - half_long;
+    double const y = std::fabs(place.lateral - middle) - half_wide;
+    double const outside = std::max(x, y);
+    if (outside > 0.6) return 1.0;
+    bool const seam = outside > -0.6;
+    return seam ? 0.72 : 0.90 + 0.16 * chance(number, 15, 7);
+}
+
+// Stones in the surface, and dust or moss that lies along its edges.
+Colour textured(Theme const& theme, Point at, Colour colour) {
+    double const patch = stepped(wide_clouds(at, 90.0)) - 0.5;
+    double const fine = grain(at, 1.1);
+    double const stones = fine > 0.35 ? 0.07 : fine < -0.35 ? -0.07 : 0.0;
+    double const coarse = 0.05 * grain(at, 5.0);
+    return shade(colour, 1.0 + theme.road_grain * (0.11 * patch + coarse + 0.05 * fine + stones));
+}
+
+} // namespace
+
+Colour road_colour(PaintSource const& source, Point at, RoadPlace const& place) {
+    Theme const& theme = source.theme;
+    Colour colour = worn(source, at, place);
+    if (theme.repairs > 0.0) {
+        double const crack = smoothstep(0.8, 1.0, cracks().at(at, 150.0)) *
+                             smoothstep(0.52, 0.62, clouds().at(at, 300.0));
+        colour = shade(colour, repair(place, theme.repairs) * (1.0 - 0.25 * stepped(crack)));
+    }
+    double const away = -place.edge + 11.0 * (clouds().at(at, 30.0) - 0.5);
+    colour = mix(colour, theme.road_edge, stepped(0.75 * (1.0 - smoothstep(0.0, 14.0, away))));
+    colour = textured(theme, at, colour);
+    double const line = std::fabs(-place.edge - 4.0) - 1.0; // the painted edge of a made road
+    double const left = 0.88 * theme.edge_line * smoothstep(0.28, 0.42, clouds().at(at, 50.0));
+    return mix(colour, theme.line, stepped(left) * coverage(line));
+}
