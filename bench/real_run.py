@@ -3,7 +3,7 @@
 first frame, frame intervals, peak memory. Build the target present_clock and the game first.
 
     bench/real_run.py BUILD_DIR startup [REPEATS]
-    bench/real_run.py BUILD_DIR pacing [SECONDS]
+    bench/real_run.py BUILD_DIR pacing [SECONDS, a multiple of 10]
     bench/real_run.py BUILD_DIR memory
 
 Each figure is the best of its repeats, for other programs only ever make it worse; the load
@@ -37,7 +37,7 @@ class Display:
 
 
 class Run:
-    """One run of the game; ends it by name of its process only."""
+    """One run of the game, with records of its own."""
 
     def __init__(self, build, display, args):
         self.home = tempfile.TemporaryDirectory(prefix="brindle-bench-")
@@ -108,10 +108,11 @@ def pacing(build, display, seconds=60):
     run.wait_frames(2)
     start = time.monotonic()
     cpu = run.cpu_s()
-    time.sleep(seconds)
+    for _ in range(seconds // 10):
+        time.sleep(10)
+        print(f"after {time.monotonic() - start:3.0f} s: peak memory {run.peak_mib():.0f} MiB")
     cpu = run.cpu_s() - cpu
     stamps = run.frames()
-    print(f"peak memory {run.peak_mib():.0f} MiB")
     run.close()
     spans = sorted((b - a) / 1e6 for a, b in zip(stamps, stamps[1:]))
     print(f"{len(spans)} frames in {time.monotonic() - start:.1f} s, "

@@ -26,11 +26,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Nanoseconds per call of `work`, best of five rounds.
+// Nanoseconds per call of `work`, best of at least five rounds. A round is short, less than a slice
+// of a busy machine's time, so that some rounds run undisturbed.
 template <typename Work>
-double nanoseconds_per_call(int calls, Work&& work) {
+double nanoseconds_per_call(int all_calls, Work&& work) {
+    int const calls = std::min(all_calls, 2000);
+    int const rounds = 5 * (all_calls / calls);
     double best = 1e18;
-    for (int round = 0; round < 5; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         auto const start = Clock::now();
         for (int i = 0; i < calls; ++i) work();
         std::chrono::duration<double, std::nano> const spent = Clock::now() - start;
