@@ -1,89 +1,37 @@
 #include "render/image.h"
 
+#include "render/box_reducer.h"
+#include "render/palette_png.h"
 #include "render/picture_size.h"
 
 #include <SDL_image.h>
 
 #include <algorithm>
-#include <cmath>
+#include <vector>
 
 namespace {
 
 constexpr int BAND_ROWS = 64; // 1 MB of a picture 4,000 pixels wide
 
-// The source pixels under one output pixel, along one axis.
-struct Span {
-    double start;
-    double end;
-    int first; // whole pixels that the span touches: [first, last)
-    int last;
-};
-
-Span span_of(int position, double step, int source_size) {
-    double const start = position * step;
-    double const end = start + step;
-    return {start, end, static_cast<int>(std::floor(start)),
-            std::min(source_size, static_cast<int>(std::ceil(end)))};
-}
-
-// Length of `span` that lies within the source pixel at `position`.
-double overlap(Span const& span, int position) {
-    return std::min(span.end, position + 1.0) - std::max(span.start, static_cast<double>(position));
-}
-
-SDL_Color unpack(std::uint32_t pixel, SDL_PixelFormat const* format) {
+std::uint32_t unpacked_pixel(std::uint32_t pixel, SDL_PixelFormat const* format) {
     SDL_Color color{};
-    if (format->format == PIXEL_FORMAT) {
-        color.r = static_cast<std::uint8_t>(pixel);
-        color.g = static_cast<std::uint8_t>(pixel >> 8U);
-        color.b = static_cast<std::uint8_t>(pixel >> 16U);
-        color.a = static_cast<std::uint8_t>(pixel >> 24U);
-    } else {
-        SDL_GetRGBA(pixel, format, &color.r, &color.g, &color.b, &color.a);
-    }
-    return color;
+    SDL_GetRGBA(pixel, format, &color.r, &color.g, &color.b, &color.a);
+    return color.r | std::uint32_t{color.g} << 8U | std::uint32_t{color.b} << 16U |
+           std::uint32_t{color.a} << 24U;
 }
 
-struct Sums {
-    double area = 0.0;
-    double alpha = 0.0; // the colours below are weighted by alpha, too
-    double red = 0.0;
-    double green = 0.0;
-    double blue = 0.0;
-
-    void add(SDL_Color color, double weight) {
-        double const alpha_weight = color.a * weight;
-        area += weight;
-        alpha += alpha_weight;
-        red += color.r * alpha_weight;
-        green += color.g * alpha_weight;
-        blue += color.b * alpha_weight;
+// The rest of the file, reduced as it is read; null if it is broken.
+SurfaceHandle read_reduced(PalettePng& rows, SDL_Point size) {
+    SurfaceHandle out(SDL_CreateRGBSurfaceWithFormat(0, size.x, size.y, 32, PIXEL_FORMAT));
+    if (!out) return nullptr;
+    std::vector<std::uint32_t> const colors = rows.colors(PIXEL_FORMAT);
+    std::vector<std::uint32_t> row(static_cast<std::size_t>(rows.width()));
+    BoxReducer reducer(rows.width(), rows.height(), out.get());
+    for (int y = 0; y < rows.height(); ++y) {
+        if (!rows.read_row(colors, row.data())) return nullptr;
+        reducer.add_row(row.data());
     }
-};
-
-std::uint8_t to_byte(double value) {
-    return static_cast<std::uint8_t>(std::clamp(value, 0.0, 255.0));
-}
-
-SDL_Color average(Sums const& sums) {
-    if (sums.alpha <= 0.0) return {0, 0, 0, 0};
-    return {to_byte(sums.red / sums.alpha), to_byte(sums.green / sums.alpha),
-            to_byte(sums.blue / sums.alpha), to_byte(sums.alpha / sums.area)};
-}
-
-Sums sum_of(SDL_Surface* source, Span const& columns, Span const& rows) {
-    Sums sums;
-    for (int y = rows.first; y < rows.last; ++y) {
-        double const overlap_y = overlap(rows, y);
-        if (overlap_y <= 0.0) continue;
-        std::uint32_t const* row = pixel_row(source, y);
-        for (int x = columns.first; x < columns.last; ++x) {
-            double const overlap_x = overlap(columns, x);
-            if (overlap_x <= 0.0) continue;
-            sums.add(unpack(row[x], source->format), overlap_x * overlap_y);
-        }
-    }
-    return sums;
+    return out;
 }
 
 bool can_be_opened(char const* path) {
@@ -114,19 +62,45 @@ bool has_alpha(SDL_Surface* picture) {
     return format.palette != nullptr && palette_has_alpha(*format.palette);
 }
 
-// The picture's own format if the renderer takes it, else the renderer's first of packed pixels
-// that is alike in having alpha or none.
-std::uint32_t texture_format(SDL_Renderer* renderer, SDL_Surface* picture) {
+// `own` if the renderer takes it, else the renderer's first of packed pixels that is alike in
+// having alpha or none.
+std::uint32_t texture_format(SDL_Renderer* renderer, std::uint32_t own, bool alpha) {
     SDL_RendererInfo info{};
     SDL_GetRendererInfo(renderer, &info);
     auto const* const first = info.texture_formats;
     auto const* const last = first + info.num_texture_formats;
-    if (std::find(first, last, picture->format->format) != last) return picture->format->format;
-    bool const alpha = has_alpha(picture);
+    if (std::find(first, last, own) != last) return own;
     auto const* const alike = std::find_if(first, last, [alpha](std::uint32_t format) {
-        return !SDL_ISPIXELFORMAT_FOURCC(format) && SDL_ISPIXELFORMAT_ALPHA(format) == alpha;
+        return !SDL_ISPIXELFORMAT_FOURCC(format) && SDL_BYTESPERPIXEL(format) == 4 &&
+               SDL_ISPIXELFORMAT_ALPHA(format) == alpha;
     });
     return alike != last ? *alike : PIXEL_FORMAT;
+}
+
+// The rest of the file into a texture of its size, a band of rows at a time.
+bool upload_rows(SDL_Texture* texture, PalettePng& rows) {
+    std::uint32_t format = 0;
+    SDL_QueryTexture(texture, &format, nullptr, nullptr, nullptr);
+    std::vector<std::uint32_t> const colors = rows.colors(format);
+    auto const w = static_cast<std::size_t>(rows.width());
+    std::vector<std::uint32_t> band(w * BAND_ROWS);
+    for (int y = 0; y < rows.height(); y += BAND_ROWS) {
+        SDL_Rect const place = {0, y, rows.width(), std::min(BAND_ROWS, rows.height() - y)};
+        for (int row = 0; row < place.h; ++row) {
+            if (!rows.read_row(colors, &band[w * static_cast<std::size_t>(row)])) return false;
+        }
+        if (SDL_UpdateTexture(texture, &place, band.data(), rows.width() * 4) != 0) return false;
+    }
+    return true;
+}
+
+TextureHandle texture_of_rows(SDL_Renderer* renderer, PalettePng& rows) {
+    std::uint32_t const format = texture_format(renderer, SDL_PIXELFORMAT_INDEX8, false);
+    TextureHandle texture(
+        SDL_CreateTexture(renderer, format, SDL_TEXTUREACCESS_STATIC, rows.width(), rows.height()));
+    if (!texture || !upload_rows(texture.get(), rows)) return {};
+    SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_NONE);
+    return texture;
 }
 
 // Copies `picture` into a texture of its size, converting a band of rows at a time if need be.
@@ -148,6 +122,18 @@ bool upload(SDL_Texture* texture, SDL_Surface* picture) {
     return true;
 }
 
+TextureHandle texture_of_any(SDL_Renderer* renderer, char const* path) {
+    SurfaceHandle const picture = decode(path);
+    if (!picture) return {};
+    bool const alpha = has_alpha(picture.get());
+    std::uint32_t const format = texture_format(renderer, picture->format->format, alpha);
+    TextureHandle texture(
+        SDL_CreateTexture(renderer, format, SDL_TEXTUREACCESS_STATIC, picture->w, picture->h));
+    if (!texture || !upload(texture.get(), picture.get())) return {};
+    SDL_SetTextureBlendMode(texture.get(), alpha ? SDL_BLENDMODE_BLEND : SDL_BLENDMODE_NONE);
+    return texture;
+}
+
 } // namespace
 
 SurfaceHandle to_pixel_format(SDL_Surface* surface) {
@@ -161,17 +147,21 @@ SurfaceHandle load_picture(char const* path) {
 }
 
 TextureHandle load_texture(SDL_Renderer* renderer, char const* path, int* w, int* h) {
+    PalettePng rows(path);
+    TextureHandle texture = rows ? texture_of_rows(renderer, rows) : texture_of_any(renderer, path);
     *w = *h = 0;
-    SurfaceHandle const picture = decode(path);
-    if (!picture) return {};
-    TextureHandle texture(SDL_CreateTexture(renderer, texture_format(renderer, picture.get()),
-                                            SDL_TEXTUREACCESS_STATIC, picture->w, picture->h));
-    if (!texture || !upload(texture.get(), picture.get())) return {};
-    SDL_SetTextureBlendMode(texture.get(),
-                            has_alpha(picture.get()) ? SDL_BLENDMODE_BLEND : SDL_BLENDMODE_NONE);
-    *w = picture->w;
-    *h = picture->h;
+    if (texture) SDL_QueryTexture(texture.get(), nullptr, nullptr, w, h);
     return texture;
+}
+
+SurfaceHandle load_reduced(char const* path, SizeChoice const& choose) {
+    PalettePng rows(path);
+    if (rows) return read_reduced(rows, choose({rows.width(), rows.height()}));
+    SurfaceHandle picture = load_picture(path);
+    if (!picture) return nullptr;
+    SDL_Point const size = choose({picture->w, picture->h});
+    if (size.x == picture->w && size.y == picture->h) return picture;
+    return SurfaceHandle(downscale_box(picture.get(), size.x, size.y));
 }
 
 SDL_Surface* downscale_box(SDL_Surface* source, int w, int h) {
@@ -182,15 +172,17 @@ SDL_Surface* downscale_box(SDL_Surface* source, int w, int h) {
     PixelLock const out_lock(out.get());
     if (!source_lock || !out_lock) return nullptr;
 
-    double const step_x = static_cast<double>(source->w) / w;
-    double const step_y = static_cast<double>(source->h) / h;
-    for (int j = 0; j < h; ++j) {
-        Span const rows = span_of(j, step_y, source->h);
-        std::uint32_t* out_row = pixel_row(out.get(), j);
-        for (int i = 0; i < w; ++i) {
-            SDL_Color const color = average(sum_of(source, span_of(i, step_x, source->w), rows));
-            out_row[i] = SDL_MapRGBA(out->format, color.r, color.g, color.b, color.a);
+    BoxReducer reducer(source->w, source->h, out.get());
+    std::vector<std::uint32_t> unpacked(static_cast<std::size_t>(source->w));
+    for (int y = 0; y < source->h; ++y) {
+        std::uint32_t const* row = pixel_row(source, y);
+        if (source->format->format != PIXEL_FORMAT) {
+            std::transform(row, row + source->w, unpacked.begin(), [source](std::uint32_t pixel) {
+                return unpacked_pixel(pixel, source->format);
+            });
+            row = unpacked.data();
         }
+        reducer.add_row(row);
     }
     return out.release();
 }

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 
 // The one format that all our pixel loops work in: red in the lowest byte of a 32-bit value.
 constexpr std::uint32_t PIXEL_FORMAT = SDL_PIXELFORMAT_ABGR8888;
@@ -42,10 +43,16 @@ SurfaceHandle to_pixel_format(SDL_Surface* surface);
 // taken, of at most MAX_PICTURE_PIXELS, so that no damaged head asks for all memory.
 SurfaceHandle load_picture(char const* path);
 
-// The picture as a static texture; its size in pixels goes to `w` and `h` (0
-// on failure). Opaque pictures do not blend. Null on failure, with SDL_GetError set; the same files
-// are taken as by load_picture. A track's picture fills 60 MB and more as a texture: beside it only
-// the picture as decoded is held, and a band of rows on its way to the renderer's format.
+// The size that a picture is to be reduced to, for its own; at least 1 x 1.
+using SizeChoice = std::function<SDL_Point(SDL_Point)>;
+// What load_picture gives, reduced by downscale_box to the chosen size. Of a large palette PNG only
+// a row is held at a time. Null on failure, with SDL_GetError set.
+SurfaceHandle load_reduced(char const* path, SizeChoice const& choose);
+
+// The picture as a static texture; its size in pixels goes to `w` and `h` (0 on failure). Opaque
+// pictures do not blend. Null on failure, with SDL_GetError set; the same files are taken as by
+// load_picture. A track's picture fills 60 MB and more as a texture: beside it only a band of rows
+// is held.
 TextureHandle load_texture(SDL_Renderer* renderer, char const* path, int* w, int* h);
 
 // The exact area average, weighted by alpha so that transparent pixels lend no colour to an edge.

@@ -36,14 +36,12 @@ SurfaceHandle load_cached(fs::path const& cache, fs::path const& source, int hei
 }
 
 // The source's picture, reduced to `height` if it is higher; pictures are never enlarged.
-SurfaceHandle load_reduced(std::string const& path, int height) {
-    SurfaceHandle picture = load_picture(path.c_str());
-    if (!picture) return nullptr;
-    int const h = std::min(height, picture->h);
-    double const w_exact = static_cast<double>(h) * picture->w / picture->h;
-    int const w = std::max(1, static_cast<int>(std::lround(w_exact)));
-    if (picture->h <= height && picture->w == w) return picture;
-    return SurfaceHandle(downscale_box(picture.get(), w, h));
+SurfaceHandle load_source(std::string const& path, int height) {
+    return load_reduced(path.c_str(), [height](SDL_Point size) {
+        int const h = std::min(height, size.y);
+        double const w_exact = static_cast<double>(h) * size.x / size.y;
+        return SDL_Point{std::max(1, static_cast<int>(std::lround(w_exact))), h};
+    });
 }
 
 // A cache that cannot be written costs only time at the next visit.
@@ -82,7 +80,7 @@ bool load_track_thumb(SDL_Renderer* renderer, std::string const& path, int heigh
     fs::path const cache = fs::path(CACHE_FOLDER) / fs::path(path).filename();
     SurfaceHandle picture = load_cached(cache, path, wanted);
     if (!picture) {
-        picture = load_reduced(path, wanted);
+        picture = load_source(path, wanted);
         if (!picture) return false;
         save_to_cache(picture.get(), cache);
     }

@@ -5,7 +5,9 @@
 #include <SDL_image.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <random>
 #include <string>
 #include <utility>
 
@@ -20,6 +22,34 @@ void expect_color(SDL_Color actual, SDL_Color expected) {
     EXPECT_EQ(actual.g, expected.g);
     EXPECT_EQ(actual.b, expected.b);
     EXPECT_EQ(actual.a, expected.a);
+}
+
+// Colours that follow no pattern, so that pictures compress little and no two places are alike.
+SurfaceHandle make_indexed(int w, int h) {
+    SurfaceHandle surface(SDL_CreateRGBSurfaceWithFormat(0, w, h, 8, SDL_PIXELFORMAT_INDEX8));
+    std::mt19937 noise(7); // NOLINT: the same picture in every run
+    std::array<SDL_Color, 200> colors{};
+    for (SDL_Color& color : colors) {
+        auto const bits = static_cast<std::uint32_t>(noise());
+        color = {static_cast<std::uint8_t>(bits), static_cast<std::uint8_t>(bits >> 8U),
+                 static_cast<std::uint8_t>(bits >> 16U), 255};
+    }
+    SDL_SetPaletteColors(surface->format->palette, colors.data(), 0, 200);
+    for (int y = 0; y < h; ++y) {
+        auto* row =
+            static_cast<std::uint8_t*>(surface->pixels) + std::ptrdiff_t{y} * surface->pitch;
+        std::generate_n(row, w, [&noise] { return static_cast<std::uint8_t>(noise() % 200); });
+    }
+    return surface;
+}
+
+bool same_pixels(SDL_Surface* one, SDL_Surface* other) {
+    if (one->w != other->w || one->h != other->h) return false;
+    for (int y = 0; y < one->h; ++y) {
+        std::uint32_t const* row = pixel_row(one, y);
+        if (!std::equal(row, row + one->w, pixel_row(other, y))) return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -70,6 +100,43 @@ TEST(LoadPicture, GivesOneFormatWhateverTheFileHolds) {
     EXPECT_FALSE(load_picture(dir.file("none.png").c_str()));
 }
 
+TEST(LoadReduced, GivesTheAverageOfTheWholePictureInEveryKindOfFile) {
+    TempDir const dir;
+    SurfaceHandle const indexed = make_indexed(61, 47);
+    ASSERT_EQ(IMG_SavePNG(indexed.get(), dir.file("indexed").c_str()), 0);
+    SurfaceHandle const packed = to_pixel_format(indexed.get());
+    ASSERT_EQ(IMG_SavePNG(packed.get(), dir.file("packed").c_str()), 0);
+    auto const third = [](SDL_Point size) { return SDL_Point{size.x / 3, size.y / 3}; };
+    auto const whole = [](SDL_Point size) { return size; };
+    SurfaceHandle const expected(downscale_box(packed.get(), 20, 15));
+    for (char const* name : {"indexed", "packed"}) {
+        SCOPED_TRACE(name);
+        SurfaceHandle const reduced = load_reduced(dir.file(name).c_str(), third);
+        ASSERT_TRUE(reduced);
+        EXPECT_TRUE(same_pixels(reduced.get(), expected.get()));
+        SurfaceHandle const unreduced = load_reduced(dir.file(name).c_str(), whole);
+        ASSERT_TRUE(unreduced);
+        EXPECT_TRUE(same_pixels(unreduced.get(), packed.get()));
+    }
+}
+
+TEST(LoadReduced, TakesNoBrokenPicture) {
+    TempDir const dir;
+    ASSERT_EQ(IMG_SavePNG(make_indexed(61, 470).get(), dir.file("a").c_str()), 0);
+    std::string const bytes = read_file(dir.file("a"));
+    auto const whole = [](SDL_Point size) { return size; };
+    for (std::size_t const kept :
+         {std::size_t{0}, std::size_t{20}, std::size_t{60}, bytes.size() / 2, bytes.size() - 30}) {
+        write_file(dir.file("cut"), bytes.substr(0, kept));
+        EXPECT_FALSE(load_reduced(dir.file("cut").c_str(), whole)) << kept << " bytes";
+    }
+    std::string flipped = bytes;
+    flipped[bytes.size() / 2] = static_cast<char>(~flipped[bytes.size() / 2]);
+    write_file(dir.file("flipped"), flipped);
+    EXPECT_FALSE(load_reduced(dir.file("flipped").c_str(), whole));
+    EXPECT_FALSE(load_reduced(dir.file("none").c_str(), whole));
+}
+
 TEST(LoadTexture, ShowsWhatTheFileHoldsInEveryKindOfPixel) {
     TempDir const dir;
     // Higher than a band of the upload, and not a whole number of bands.
@@ -116,6 +183,11 @@ TEST(LoadTexture, RefusesWhatIsNoPictureAndSaysWhyToThePlayer) {
     Canvas const canvas(4, 4);
     int w = 7;
     int h = 7;
+    ASSERT_EQ(IMG_SavePNG(make_indexed(61, 470).get(), dir.file("whole").c_str()), 0);
+    std::string const bytes = read_file(dir.file("whole"));
+    write_file(dir.file("cut"), bytes.substr(0, bytes.size() / 2));
+    EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("cut").c_str(), &w, &h));
+    EXPECT_EQ(w, 0);
     write_file(dir.file("noise"), "not a picture at all, by any head");
     EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("noise").c_str(), &w, &h));
     EXPECT_EQ(w, 0);
