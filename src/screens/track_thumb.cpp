@@ -30,7 +30,7 @@ bool at_least_as_new(fs::path const& file, fs::path const& source) {
 // The cached picture, or null if it is stale, broken or made for another display.
 SurfaceHandle load_cached(fs::path const& cache, fs::path const& source, int height) {
     if (!at_least_as_new(cache, source)) return nullptr;
-    SurfaceHandle picture(IMG_Load(cache.c_str()));
+    SurfaceHandle picture = load_picture(cache.c_str());
     if (picture && picture->h != height) picture.reset();
     return picture;
 }
