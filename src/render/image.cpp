@@ -34,19 +34,28 @@ SurfaceHandle read_reduced(PalettePng& rows, SDL_Point size) {
     return out;
 }
 
+// Each of these sets the error if the answer is no.
 bool can_be_opened(char const* path) {
-    SDL_RWops* const file = SDL_RWFromFile(path, "rb"); // sets the error if not
+    SDL_RWops* const file = SDL_RWFromFile(path, "rb");
     return file != nullptr && SDL_RWclose(file) == 0;
+}
+
+bool is_picture_of_sane_size(char const* path) {
+    SDL_Point const size = picture_size(path);
+    if (size.x < 1 || size.y < 1) {
+        SDL_SetError("%s is no PNG, JPEG or BMP picture", path);
+        return false;
+    }
+    if (std::int64_t{size.x} * size.y > MAX_PICTURE_PIXELS) {
+        SDL_SetError("%s is too large a picture: %d x %d", path, size.x, size.y);
+        return false;
+    }
+    return true;
 }
 
 // The picture in whatever format its file has; null if it is none or claims to be too large.
 SurfaceHandle decode(char const* path) {
-    if (!can_be_opened(path)) return {};
-    SDL_Point const size = picture_size(path);
-    if (size.x < 1 || size.y < 1 || std::int64_t{size.x} * size.y > MAX_PICTURE_PIXELS) {
-        SDL_SetError("%s: no picture, or too large (%d x %d)", path, size.x, size.y);
-        return {};
-    }
+    if (!can_be_opened(path) || !is_picture_of_sane_size(path)) return {};
     return SurfaceHandle(IMG_Load(path));
 }
 

@@ -192,7 +192,7 @@ TEST(LoadTexture, RefusesWhatIsNoPictureAndSaysWhyToThePlayer) {
     EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("noise").c_str(), &w, &h));
     EXPECT_EQ(w, 0);
     EXPECT_EQ(h, 0);
-    EXPECT_NE(std::string(SDL_GetError()).find("no picture"), std::string::npos);
+    EXPECT_NE(std::string(SDL_GetError()).find("is no PNG"), std::string::npos);
     EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("missing").c_str(), &w, &h));
     EXPECT_NE(std::string(SDL_GetError()).find("open"), std::string::npos) << SDL_GetError();
 }
