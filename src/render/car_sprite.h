@@ -16,7 +16,8 @@ TextureHandle load_car_texture(SDL_Renderer* renderer, char const* path);
 // The same from a surface of 4 bytes a pixel, which stays the caller's and is not changed.
 TextureHandle car_texture_from_surface(SDL_Renderer* renderer, SDL_Surface* surface);
 
-// Draws a car centred on (x, y), in pixels of the render surface. With a null texture the car is
-// three coloured quads and has no shadow.
+// Draws a car centred on (x, y), in pixels of the render surface; `heading` in radians, 0 to the
+// right, growing clockwise. With a null texture the car is three coloured quads, of `body` and
+// `accent`, and has no shadow.
 void draw_car_at(SDL_Renderer* renderer, float x, float y, double heading, SDL_Texture* texture,
                  SDL_Color body, SDL_Color accent, std::uint8_t alpha);

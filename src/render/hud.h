@@ -5,8 +5,8 @@
 #include "race/player.h"
 #include "shell/fonts.h"
 
-// `rect` is the view's viewport; `total_laps` is 0 or less without a limit; the clocks are those
-// of lap_clock and total_clock.
+// `rect` is the view's viewport; `total_laps` is 0 or less without a limit; the times, in
+// milliseconds, are those of lap_clock and total_clock.
 void render_hud(SDL_Renderer* renderer, SDL_Rect const& rect, PlayerView const& view,
                 CarState const& car, int total_laps, unsigned lap_ms, unsigned total_ms,
                 Fonts const& fonts, bool show_ghost);

@@ -25,10 +25,12 @@ double text_scale(Fonts const& fonts);
 bool measure_text(TTF_Font* font, double scale, char const* text, int* w, int* h);
 
 // Plain text with its logical top left corner at (x, y). Draws nothing without font or text.
+// `out_w` and `out_h` receive its logical size, 0 if nothing was drawn; either may be null.
 void draw_ttf(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x, int y,
               SDL_Color color, int* out_w, int* out_h, std::uint8_t alpha);
 
-// Big words that look cut out of metal: bevel, black outline, drop shadow.
+// Big words that look cut out of metal: bevel, black outline, drop shadow. (x, y) is the corner of
+// the letters; outline and shadow lie around it.
 void draw_embossed(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,
                    int y, RGB fill, RGB light, RGB dark, std::uint8_t alpha);
 
