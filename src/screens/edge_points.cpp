@@ -73,9 +73,10 @@ private:
 std::vector<SDL_Point> build_edge_points(SDL_Surface* image) {
     std::vector<SDL_Point> points;
     SurfaceHandle const copy = to_pixel_format(image);
-    if (!copy || SDL_LockSurface(copy.get()) != 0) return points;
+    if (!copy) return points;
+    PixelLock const lock(copy.get());
+    if (!lock) return points;
     LitCounts const lit(*copy);
-    SDL_UnlockSurface(copy.get());
     for (int y = 0; y < copy->h; ++y) {
         for (int x = 0; x < copy->w; ++x) {
             // A full box of three by three has a lit centre.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <numbers>
 
 namespace {
 
@@ -13,7 +14,6 @@ constexpr unsigned INTRO_MS = 900; // from here on the menu itself shows
 constexpr unsigned SPIN_MS = 1000; // how long the title art spins in
 constexpr int GRADIENT_ROWS = 256;
 constexpr int CREDIT_STRIPS = 64;
-constexpr double PI = 3.14159265358979323846;
 
 struct Gradient {
     SDL_Texture* texture = nullptr; // freed with its renderer, if not before
@@ -77,7 +77,7 @@ SDL_Rect header_rest(SDL_Rect const& view, int img_w, int img_h) {
     return {view.x + margin, view.y, w, h};
 }
 
-int round_up_half(float value) {
+int round_half_up(float value) {
     return static_cast<int>(value + 0.5F);
 }
 
@@ -92,9 +92,9 @@ void draw_header(MenuFrame const& frame, SDL_Texture* header, SDL_Rect const& re
     float const centre_x = static_cast<float>(rest.x) + w / 2.0F;
     float const centre_y = static_cast<float>(frame.view.y) + h / 2.0F +
                            0.9F * static_cast<float>(frame.view.h) * unwound;
-    SDL_Rect const target{round_up_half(centre_x - scale * w / 2.0F),
-                          round_up_half(centre_y - scale * h / 2.0F), round_up_half(scale * w),
-                          round_up_half(scale * h)};
+    SDL_Rect const target{round_half_up(centre_x - scale * w / 2.0F),
+                          round_half_up(centre_y - scale * h / 2.0F), round_half_up(scale * w),
+                          round_half_up(scale * h)};
     SDL_SetTextureScaleMode(header, spinning ? SDL_ScaleModeLinear : SDL_ScaleModeNearest);
     SDL_RenderCopyEx(frame.renderer, header, nullptr, &target, static_cast<double>(unwound) * 180.0,
                      nullptr, SDL_FLIP_NONE);
@@ -108,7 +108,7 @@ void draw_heading(MenuFrame const& frame, MenuLabel const& label, float x, float
 // Brightness of a strip of the credits: two waves across the line, one passing in 10 s.
 int shimmer(int strip, unsigned now) {
     double const u = (strip + 0.5) / CREDIT_STRIPS;
-    double const s = std::sin((2.0 * u - (now / 1000.0) * 0.1) * 2.0 * PI);
+    double const s = std::sin((2.0 * u - (now / 1000.0) * 0.1) * 2.0 * std::numbers::pi);
     return static_cast<int>((s * 0.5 + 0.5) * 155.0 + 95.0);
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numbers>
 
 namespace {
 
@@ -16,7 +17,6 @@ constexpr unsigned BLINK_MS = 500;
 constexpr float HOVER_MS = 50.0F;       // from rest to full hover
 constexpr float START_FADE_MS = 500.0F; // the button's first appearance
 constexpr unsigned PRESS_MS = 180;      // the dip after a press
-constexpr double PI = 3.14159265358979323846;
 
 // The label with its left edge at x, centred on the row.
 void draw_on_row(SDL_Renderer* renderer, MenuLabel const& label, int x, int centre_y,
@@ -85,7 +85,8 @@ double start_size_factor(StartButton const& button, unsigned now) {
     double const swollen = 1.0 + static_cast<double>(button.hover) * 0.08;
     unsigned const since_press = now - button.pressed_at;
     if (button.pressed_at == 0 || since_press >= PRESS_MS) return swollen;
-    return swollen * (1.0 - std::sin(static_cast<double>(since_press) / PRESS_MS * PI) * 0.1);
+    return swollen *
+           (1.0 - std::sin(static_cast<double>(since_press) / PRESS_MS * std::numbers::pi) * 0.1);
 }
 
 int scaled(int size, double factor) {
