@@ -26,23 +26,27 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Nanoseconds per call of `work`, best of at least five rounds. A round is short, less than a slice
-// of a busy machine's time, so that some rounds run undisturbed.
+// Nanoseconds per call of `work` in one round.
 template <typename Work>
-double nanoseconds_per_call(int all_calls, Work&& work) {
-    int const calls = std::min(all_calls, 2000);
-    int const rounds = 5 * (all_calls / calls);
-    double best = 1e18;
-    for (int round = 0; round < rounds; ++round) {
-        auto const start = Clock::now();
-        for (int i = 0; i < calls; ++i) work();
-        std::chrono::duration<double, std::nano> const spent = Clock::now() - start;
-        best = std::min(best, spent.count() / calls);
-    }
-    return best;
+double nanoseconds_per_call(int calls, Work& work) {
+    auto const start = Clock::now();
+    for (int i = 0; i < calls; ++i) work();
+    std::chrono::duration<double, std::nano> const spent = Clock::now() - start;
+    return spent.count() / calls;
 }
 
-void report_ratio(benchmark::State& state, double floor_ns, double mine_ns) {
+// Times `floor` and `mine` in turns, so that both see the same machine, and reports the best round
+// of each. A round is shorter than a slice of a busy machine's time, so that some run undisturbed.
+template <typename Floor, typename Mine>
+void against_floor(benchmark::State& state, int rounds, int calls, Floor floor, Mine mine) {
+    double floor_ns = 1e18;
+    double mine_ns = 1e18;
+    for (auto _ : state) {
+        for (int round = 0; round < rounds; ++round) {
+            floor_ns = std::min(floor_ns, nanoseconds_per_call(calls, floor));
+            mine_ns = std::min(mine_ns, nanoseconds_per_call(calls, mine));
+        }
+    }
     state.counters["floor_ns"] = floor_ns;
     state.counters["mine_ns"] = mine_ns;
     state.counters["x_floor"] = mine_ns / floor_ns;
@@ -55,14 +59,15 @@ double bare_calls(double a, double b) {
     return std::atan2(y, x) + std::atan2(x, y) + std::hypot(x, y);
 }
 
-double floor_of_a_tick() {
-    double angle = 0.1;
-    double other = 2.9;
-    return nanoseconds_per_call(200000, [&] {
-        benchmark::DoNotOptimize(bare_calls(angle, other));
+constexpr int TICK_ROUNDS = 1000;
+constexpr int TICKS_A_ROUND = 1000;
+
+// The bare calls, each time with other angles.
+auto floor_of_a_tick() {
+    return [angle = 0.1]() mutable {
+        benchmark::DoNotOptimize(bare_calls(angle, -angle));
         angle = angle > 3.0 ? -3.0 : angle + 0.001;
-        other = -angle;
-    });
+    };
 }
 
 // A course with room for full speed: a ring of road, `width` x `height` cells.
@@ -105,47 +110,39 @@ void use_scale(int pixels) {
 // The physics alone, against its floor. Argument 0: grip, 1: skid.
 void physics_step(benchmark::State& state) {
     bool const skid = state.range(0) != 0;
-    double mine = 0.0;
-    double floor_ns = 0.0;
-    for (auto _ : state) {
-        floor_ns = floor_of_a_tick();
-        CarState car;
-        car.throttle = 0.3;
-        mine = nanoseconds_per_call(200000, [&] {
-            if (skid) {
-                car.skidding = true;
-                car.throttle = 0.3;
-            }
-            physics_step_cartest(car, {.gas = true, .right = true}, {});
-            benchmark::DoNotOptimize(car);
-        });
-    }
-    report_ratio(state, floor_ns, mine);
+    CarState car;
+    car.throttle = 0.3;
+    against_floor(state, TICK_ROUNDS, TICKS_A_ROUND, floor_of_a_tick(), [&] {
+        if (skid) {
+            car.skidding = true;
+            car.throttle = 0.3;
+        }
+        physics_step_cartest(car, {.gas = true, .right = true}, {});
+        benchmark::DoNotOptimize(car);
+    });
 }
 BENCHMARK(physics_step)->Arg(0)->Arg(1)->Iterations(1)->ArgName("skid");
 
-// A whole tick of a driving car with surface, walls, goal line and recording.
+// A whole tick of a driving car with surface, walls, goal line and recording. It drives
+// the same 200 ticks again and again. Argument 0: as it does by itself, 1: skidding all the time.
 void tick(benchmark::State& state) {
     use_scale(1);
+    bool const skid = state.range(0) != 0;
     HeadlessRace race;
     headless_start(race, make_ring(1200, 800), {});
     headless_run(race, 20.0);
     RaceContext const context{race.sim, race.track, race.audio, race.track_path, 0, false, 10};
-    CarState const driving = race.sim.p1.car;
-    double mine = 0.0;
-    double floor_ns = 0.0;
-    for (auto _ : state) {
-        floor_ns = floor_of_a_tick();
-        race.sim.p1.trace.reserve(2000000);
-        int i = 0;
-        mine = nanoseconds_per_call(200000, [&] {
-            if (++i % 200 == 0) race.sim.p1.car = driving;
-            race_tick(context, race.sim.p1, i % 10);
-        });
-    }
-    report_ratio(state, floor_ns, mine);
+    Player& player = race.sim.p1;
+    CarState const driving = player.car;
+    int i = 0;
+    against_floor(state, TICK_ROUNDS, TICKS_A_ROUND, floor_of_a_tick(), [&] {
+        if (++i % 200 == 0) player.car = driving;
+        if (skid) player.car.skidding = true;
+        if (player.trace.size() == 30000) player.trace.clear(); // the next lap
+        race_tick(context, player, i % 10);
+    });
 }
-BENCHMARK(tick)->Iterations(1);
+BENCHMARK(tick)->Arg(0)->Arg(1)->Iterations(1)->ArgName("skid");
 
 void driver(benchmark::State& state) {
     HeadlessRace race;
@@ -200,18 +197,15 @@ void load_large_track(benchmark::State& state) {
             file << '\n';
         }
     }
-    double const floor_ns = nanoseconds_per_call(1, [&] {
+    auto const read_bytes = [&] {
         std::ifstream file(path, std::ios::binary);
         std::vector<char> bytes(std::filesystem::file_size(path));
         file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         benchmark::DoNotOptimize(bytes.data());
-    });
-    double mine = 0.0;
-    for (auto _ : state) {
-        mine = nanoseconds_per_call(1, [&] { benchmark::DoNotOptimize(load_track(path, track)); });
-    }
+    };
+    against_floor(state, 5, 1, read_bytes,
+                  [&] { benchmark::DoNotOptimize(load_track(path, track)); });
     std::filesystem::remove(path);
-    report_ratio(state, floor_ns, mine);
 }
 BENCHMARK(load_large_track)->Iterations(1);
 

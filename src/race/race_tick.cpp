@@ -49,7 +49,7 @@ Input latched_input(Player& player) {
 // Appends the car to the lap's recording, once for each of `frames` ticks.
 void record(RaceContext const& race, Player& player, int frames) {
     if (race.sim.countdown.active || race.arcade) return;
-    player.trace.insert(player.trace.end(), static_cast<std::size_t>(frames), player.car);
+    for (int i = 0; i < frames; ++i) player.trace.push_back(player.car);
 }
 
 void start_clock(Player& player, double at_ms) {

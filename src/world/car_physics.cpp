@@ -57,12 +57,20 @@ double grip_turn(double throttle) {
     return SIM_TURN * size * (1.0 / (3.0 * size + 0.1)) * sign;
 }
 
-Vec2 grip_velocity(double throttle, Vec2 nose, Vec2 velocity) {
-    return SIM_GRIP * throttle * nose + (1.0 - SIM_GRIP) * velocity;
+Vec2 velocity_of(CarState const& car) {
+    return car.speed * direction(car.travel_dir);
 }
 
-Vec2 skid_velocity(double throttle, Vec2 nose, Vec2 velocity) {
-    Vec2 slid = SIM_SKID_THR * throttle * nose + SIM_SKID * velocity;
+// Full grip keeps nothing of the old velocity, which is then not worked out at all: a sixth of the
+// tick's time. Only where a component is 0 may nothing of it still decide whether that is +0 or -0.
+Vec2 grip_velocity(double throttle, Vec2 nose, CarState const& car) {
+    Vec2 const along = SIM_GRIP * throttle * nose;
+    if (SIM_GRIP == 1.0 && along.x != 0.0 && along.y != 0.0) return along;
+    return along + (1.0 - SIM_GRIP) * velocity_of(car);
+}
+
+Vec2 skid_velocity(double throttle, Vec2 nose, CarState const& car) {
+    Vec2 slid = SIM_SKID_THR * throttle * nose + SIM_SKID * velocity_of(car);
     if (SIM_SIDE_GRIP > 0.0) {
         Vec2 const side = side_of(nose);
         slid = slid - SIM_SIDE_GRIP * (dot(slid, side) * side);
@@ -89,9 +97,7 @@ void physics_step_cartest(CarState& car, Input const& input, SurfaceEffect const
     bool const skid = work_pedals(throttle, input, car.skidding);
 
     Vec2 const nose = direction(car.heading);
-    Vec2 velocity = car.speed * direction(car.travel_dir);
-    velocity =
-        skid ? skid_velocity(throttle, nose, velocity) : grip_velocity(throttle, nose, velocity);
+    Vec2 velocity = skid ? skid_velocity(throttle, nose, car) : grip_velocity(throttle, nose, car);
     double const turn = skid ? SIM_TURN * SIM_TURN_SK : grip_turn(throttle);
 
     if (surface.resist > 0.0) velocity = std::max(1.0 - surface.resist, 0.0) * velocity;
