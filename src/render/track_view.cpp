@@ -5,7 +5,9 @@
 #include "render/view_settings.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -14,6 +16,7 @@ constexpr int LARGE_TRACK_CELL = 2;       // pixels, for tracks beyond the limit
 constexpr int LARGE_TRACK = 320;          // cells
 constexpr int USUAL_TEXTURE_LIMIT = 4096; // pixels, for a renderer that does not tell its own
 constexpr int VIEW_HEIGHT = 720;          // logical pixels, of every view
+constexpr int BAND_ROWS = 64;             // pixels: how much of a raster is painted at a time
 constexpr std::uint8_t GHOST_ALPHA = 128;
 
 SDL_Color cell_color(std::uint8_t cell) {
@@ -36,23 +39,51 @@ SDL_Color cell_color(std::uint8_t cell) {
     }
 }
 
-// One run of equal cells is one rectangle: a large grid has millions of cells.
-void fill_cells(SDL_Renderer* renderer, Track const& track) {
-    for (int row = 0; row < track.height; ++row) {
-        for (int column = 0; column < track.width;) {
-            std::uint8_t const cell = track.cells[track.index(column, row)];
-            int end = column + 1;
-            while (end < track.width && track.cells[track.index(end, row)] == cell) ++end;
-            SDL_Color const color = cell_color(cell);
-            SDL_Rect const run = {column * PIXELS_PER_CELL, row * PIXELS_PER_CELL,
-                                  (end - column) * PIXELS_PER_CELL, PIXELS_PER_CELL};
-            SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, color.a);
-            SDL_RenderFillRect(renderer, &run);
-            column = end;
-        }
-        // Keeps the renderer's command list from growing with the grid.
-        SDL_RenderFlush(renderer);
+using CellColors = std::array<std::uint32_t, 256>; // pixels, by the cell's character
+
+CellColors cell_colors(std::uint32_t format) {
+    CellColors colors{};
+    SDL_PixelFormat* const mapped = SDL_AllocFormat(format);
+    if (mapped == nullptr) return colors;
+    for (std::size_t cell = 0; cell < colors.size(); ++cell) {
+        SDL_Color const color = cell_color(static_cast<std::uint8_t>(cell));
+        colors[cell] = SDL_MapRGBA(mapped, color.r, color.g, color.b, color.a);
     }
+    SDL_FreeFormat(mapped);
+    return colors;
+}
+
+// A row of cells as PIXELS_PER_CELL equal rows of pixels.
+void paint_row(Track const& track, int row, CellColors const& colors, std::uint32_t* pixels) {
+    std::uint8_t const* cells = &track.cells[track.index(0, row)];
+    std::uint32_t* end = pixels;
+    for (int column = 0; column < track.width; ++column) {
+        end = std::fill_n(end, PIXELS_PER_CELL, colors[cells[column]]);
+    }
+    for (int copy = 1; copy < PIXELS_PER_CELL; ++copy) {
+        std::copy_n(pixels, end - pixels, pixels + copy * (end - pixels));
+    }
+}
+
+// Painted here and copied to the texture a band at a time: a large grid has hundreds of thousands
+// of runs of equal cells, too many to be drawn as rectangles.
+bool fill_cells(SDL_Texture* texture, Track const& track) {
+    std::uint32_t format = 0;
+    int w = 0;
+    SDL_QueryTexture(texture, &format, nullptr, &w, nullptr);
+    CellColors const colors = cell_colors(format);
+    int const band_cells = std::max(1, BAND_ROWS / PIXELS_PER_CELL);
+    std::ptrdiff_t const row_pixels = std::ptrdiff_t{w} * PIXELS_PER_CELL;
+    std::vector<std::uint32_t> band(static_cast<std::size_t>(row_pixels * band_cells));
+    for (int row = 0; row < track.height; row += band_cells) {
+        int const cells = std::min(band_cells, track.height - row);
+        for (int i = 0; i < cells; ++i) {
+            paint_row(track, row + i, colors, band.data() + i * row_pixels);
+        }
+        SDL_Rect const place = {0, row * PIXELS_PER_CELL, w, cells * PIXELS_PER_CELL};
+        if (SDL_UpdateTexture(texture, &place, band.data(), w * 4) != 0) return false;
+    }
+    return true;
 }
 
 // Squares are not cut at the cell's edge: the last ones may reach into the next cell.
@@ -150,11 +181,11 @@ TextureHandle render_build_track_texture(SDL_Renderer* renderer, Track const& tr
     *out_h = track.height * PIXELS_PER_CELL;
     TextureHandle texture(SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGBA8888,
                                             SDL_TEXTUREACCESS_TARGET, *out_w, *out_h));
-    if (!texture || SDL_SetRenderTarget(renderer, texture.get()) != 0) {
+    if (!texture || !fill_cells(texture.get(), track) ||
+        SDL_SetRenderTarget(renderer, texture.get()) != 0) {
         SDL_Log("CreateTexture %dx%d failed: %s", *out_w, *out_h, SDL_GetError());
         return {};
     }
-    fill_cells(renderer, track);
     checker_goal_line(renderer, track);
     SDL_SetRenderTarget(renderer, nullptr);
     SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
