@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 struct Track {
@@ -58,6 +59,23 @@ inline bool cell_is_passable(Track const& track, int column, int row) {
     std::uint8_t const cell = track.cells[at];
     if (cell_is_road(cell)) return true;
     return cell_is_kerb(cell) && track.grass_distance[at] <= KERB_REACH;
+}
+
+// Calls `visit(column, row)` for each cell that holds `wanted`, in reading order: quickly, if few
+// do.
+template <typename Visit>
+void for_each_cell(Track const& track, std::uint8_t wanted, Visit&& visit) {
+    for (int row = 0; row < track.height; ++row) {
+        std::uint8_t const* const first = track.cells.data() + track.index(0, row);
+        std::uint8_t const* const end = first + track.width;
+        auto const find = [end, wanted](std::uint8_t const* from) {
+            void const* at = std::memchr(from, wanted, static_cast<std::size_t>(end - from));
+            return static_cast<std::uint8_t const*>(at);
+        };
+        for (auto const* at = find(first); at != nullptr; at = find(at + 1)) {
+            visit(static_cast<int>(at - first), row);
+        }
+    }
 }
 
 // A place on the grid; any integers, also beyond it.
