@@ -27,13 +27,22 @@ enum class SceneryKind {
     cactus,
     rock,
     lamp,
+    fountain,
+    lighthouse,
     tyres,
     house,
     shed,
     stand,
     container,
     boat,
-    hay
+    hay,
+    car,
+    tent,
+    crane,
+    pier,
+    digger,
+    logs,
+    board
 };
 
 // One solid thing beside the road. Round kinds have length = width = diameter and no angle.
@@ -52,6 +61,25 @@ enum class GroundKind { water, sand, gravel, field, plaza, ice, woods, rocks };
 struct GroundArea {
     GroundKind kind = GroundKind::water;
     std::vector<Point> corners = {}; // at least 3
+    int line = 0;
+};
+
+enum class LaneKind { track, paved, rails, stream };
+
+// A way beside the road that nobody races on; flat, and the road lies on top of it.
+struct Lane {
+    LaneKind kind = LaneKind::track;
+    double width = 0.0;
+    std::vector<Point> way = {}; // at least 2; its corners are rounded
+    int line = 0;
+};
+
+// Round things at equal distances along a way.
+struct SceneryRow {
+    SceneryKind kind = SceneryKind::tree;
+    double spacing = 0.0;
+    double size = 0.0;
+    std::vector<Point> way = {}; // at least 2
     int line = 0;
 };
 
@@ -94,6 +122,8 @@ struct Course {
     std::vector<CoursePoint> points; // at least 3
     std::vector<SceneryItem> items;
     std::vector<GroundArea> areas;
+    std::vector<Lane> lanes;
+    std::vector<SceneryRow> rows;
     std::vector<SceneryScatter> scatters;
     std::vector<Lettering> letterings;
 };

@@ -27,6 +27,13 @@ constexpr std::array<std::pair<std::string_view, GroundKind>, 8> GROUNDS{{
     {"rocks", GroundKind::rocks},
 }};
 
+constexpr std::array<std::pair<std::string_view, LaneKind>, 4> LANES{{
+    {"track", LaneKind::track},
+    {"paved", LaneKind::paved},
+    {"rails", LaneKind::rails},
+    {"stream", LaneKind::stream},
+}};
+
 // One statement under reading: takes words off its front and notes what is wrong with them.
 struct Reader {
     DataLine const& data;
@@ -130,30 +137,62 @@ void read_item(Reader& in, Course& course) {
     course.items.push_back(item);
 }
 
+// The entry of `table` that the next word names, or null after a complaint.
+template <typename Table>
+typename Table::value_type const* read_choice(Reader& in, Table const& table,
+                                              std::string const& what) {
+    std::string const word = in.word("kind of " + what);
+    for (auto const& entry : table) {
+        if (entry.first == word) return &entry;
+    }
+    in.complain("\"" + word + "\" is no kind of " + what);
+    return nullptr;
+}
+
 void read_area(Reader& in, Course& course) {
     GroundArea area{.line = in.data.number};
-    std::string const word = in.word("kind of ground");
-    bool known = false;
-    for (auto const& [name, kind] : GROUNDS) {
-        if (name != word) continue;
-        area.kind = kind;
-        known = true;
-    }
-    if (!known) in.complain("\"" + word + "\" is no kind of ground");
+    auto const* const choice = read_choice(in, GROUNDS, "ground");
+    if (choice != nullptr) area.kind = choice->second;
     while (in.good && !in.at_end()) area.corners.push_back(in.point("corner"));
     if (area.corners.size() < 3) in.complain("an area needs at least three corners");
     course.areas.push_back(std::move(area));
 }
 
-void read_scatter(Reader& in, Course& course) {
-    SceneryScatter scatter{.line = in.data.number};
+std::vector<Point> read_way(Reader& in) {
+    std::vector<Point> way;
+    while (in.good && !in.at_end()) way.push_back(in.point("point"));
+    if (way.size() < 2) in.complain("a way needs at least two points");
+    return way;
+}
+
+void read_lane(Reader& in, Course& course) {
+    Lane lane{.line = in.data.number};
+    auto const* const choice = read_choice(in, LANES, "lane");
+    if (choice != nullptr) lane.kind = choice->second;
+    lane.width = in.number("width", 4, 60);
+    lane.way = read_way(in);
+    if (in.good) course.lanes.push_back(std::move(lane));
+}
+
+// A round kind by its word.
+SceneryKind read_round_kind(Reader& in) {
     std::string const word = in.word("kind");
     KindWord const* const kind = find_kind(word);
-    if (kind == nullptr || !kind->round) {
-        in.complain("\"" + word + "\" is no kind of round thing");
-        return;
-    }
-    scatter.kind = kind->kind;
+    if (kind != nullptr && kind->round) return kind->kind;
+    in.complain("\"" + word + "\" is no kind of round thing");
+    return SceneryKind::tree;
+}
+
+void read_row(Reader& in, Course& course) {
+    SceneryRow row{.kind = read_round_kind(in), .line = in.data.number};
+    row.spacing = in.number("spacing", 4, 400);
+    row.size = in.number("size", 2, 400);
+    row.way = read_way(in);
+    if (in.good) course.rows.push_back(std::move(row));
+}
+
+void read_scatter(Reader& in, Course& course) {
+    SceneryScatter scatter{.kind = read_round_kind(in), .line = in.data.number};
     scatter.count = static_cast<int>(in.number("count", 1, MAX_SCATTER));
     scatter.min_size = in.number("smallest size", 2, 400);
     scatter.max_size = in.number("largest size", scatter.min_size, 400);
@@ -198,6 +237,8 @@ std::map<std::string, Statement, std::less<>> const& statements() {
         {"goal", read_goal},
         {"point", read_point},
         {"area", read_area},
+        {"lane", read_lane},
+        {"row", read_row},
         {"scatter", read_scatter},
         {"lettering", read_lettering},
     };

@@ -59,8 +59,7 @@ bool on_seam(PaintSource const& source, RoadPlace const& place) {
 }
 
 // Of one point, without regard to what lies next to it.
-Colour point_colour(PaintSource const& source, AreaField const& areas, Point at,
-                    RoadPlace const& place) {
+Colour point_colour(PaintSource const& source, Land const& land, Point at, RoadPlace const& place) {
     Theme const& theme = source.theme;
     Colour colour;
     switch (surface_at(source.line, place, theme.rim_width)) {
@@ -76,7 +75,7 @@ Colour point_colour(PaintSource const& source, AreaField const& areas, Point at,
     case Surface::rim:
         return rim_colour(source, at, place);
     case Surface::land:
-        colour = land_colour(source, areas, at, place.edge);
+        colour = land_colour(source, land, at, place.edge);
         break;
     }
     return shade(colour, 1.0 - 0.8 * theme.shadow * rim_shadow(source, at, place.edge));
@@ -88,15 +87,15 @@ Point towards_light(Theme const& theme) {
     return -1.0 * direction(theme.shadow_angle * std::numbers::pi / 180.0);
 }
 
-Colour ground_colour(PaintSource const& source, AreaField const& areas, Point at) {
+Colour ground_colour(PaintSource const& source, Land const& land, Point at) {
     constexpr double SPREAD = 0.25 / PICTURE_SCALE; // from a pixel's middle to its quarters'
     RoadPlace const place = road_at(source.field, at);
-    if (!on_seam(source, place)) return point_colour(source, areas, at, place);
+    if (!on_seam(source, place)) return point_colour(source, land, at, place);
     Colour sum;
     for (double const x : {-SPREAD, SPREAD}) {
         for (double const y : {-SPREAD, SPREAD}) {
             Point const corner = at + Point{x, y};
-            Colour const part = point_colour(source, areas, corner, road_at(source.field, corner));
+            Colour const part = point_colour(source, land, corner, road_at(source.field, corner));
             sum = {sum.r + part.r / 4.0F, sum.g + part.g / 4.0F, sum.b + part.b / 4.0F};
         }
     }

@@ -2,7 +2,7 @@
 
 // Everything that lies flat and has no paint on it: road, kerbs, rim and land.
 
-#include "track_compiler/area_field.h"
+#include "track_compiler/land_painter.h"
 #include "track_compiler/painter.h"
 #include "track_compiler/theme.h"
 
@@ -10,4 +10,4 @@
 Point towards_light(Theme const& theme);
 
 // The ground's colour at a pixel's centre, by daylight. `areas` are the course's.
-Colour ground_colour(PaintSource const& source, AreaField const& areas, Point at);
+Colour ground_colour(PaintSource const& source, Land const& land, Point at);

@@ -80,41 +80,42 @@ Colour area_colour(Theme const& theme, GroundArea const& area, Point at) {
 }
 
 // Flowers stand in drifts, each in a square of its own.
-Colour with_flowers(Theme const& theme, Point at, Colour colour) {
+Colour with_flowers(Theme const& theme, Tones const& tones, Point at, Colour colour) {
     constexpr double SQUARE = 4.0; // cells
-    double const drift = smoothstep(0.52, 0.74, wide_clouds({at.y, -at.x}, 120.0));
-    if (drift <= 0.0) return colour;
+    if (tones.drift <= 0.0F) return colour;
     Point const square{whole(at.x / SQUARE), whole(at.y / SQUARE)};
     auto const draw = [&](std::uint32_t what) {
         return chance(static_cast<std::uint32_t>(square.x + 4096.0),
                       static_cast<std::uint32_t>(square.y + 4096.0), what);
     };
-    if (draw(21) > 0.55 * theme.flowers * drift) return colour;
+    if (draw(21) > 0.55 * theme.flowers * static_cast<double>(tones.drift)) return colour;
     Point const head = SQUARE * (square + Point{0.25 + 0.5 * draw(22), 0.25 + 0.5 * draw(23)});
     Colour const petals = clouds().at(at, 300.0) > 0.5 ? theme.bloom : mix(theme.bloom, WHITE, 0.8);
     return mix(colour, petals, 0.9 * coverage(distance(at, head) - 0.4 - 0.5 * draw(24)));
 }
 
 // Tufts are small dark strokes with light tips between them; flowers stand in drifts.
-Colour grown(Theme const& theme, Point at, Colour colour) {
-    double const dense = wide_clouds({at.y, at.x}, 70.0);
+Colour grown(Theme const& theme, Tones const& tones, Point at, Colour colour) {
     if (theme.tufts > 0.0) {
+        auto const dense = static_cast<double>(tones.dense);
         double const tuft = clouds().at({at.x * 1.5, at.y * 0.8}, 17.0);
         double const dark = stepped(smoothstep(0.58, 0.66, tuft)) * stepped(dense);
         double const bright = stepped(smoothstep(0.38, 0.30, tuft)) * stepped(1.0 - dense);
         double const blade = grain({1.6 * at.x, 0.8 * at.y}, 1.6);
         colour = shade(colour, 1.0 + theme.tufts * (0.09 * bright - 0.13 * dark + 0.10 * blade));
     }
-    if (theme.flowers > 0.0) colour = with_flowers(theme, at, colour);
+    if (theme.flowers > 0.0) colour = with_flowers(theme, tones, at, colour);
     return colour;
 }
 
 // Grass, sand or snow, with what the theme draws on it.
-Colour open_colour(Theme const& theme, Point at) {
-    double const tone = stepped(0.7 * wide_clouds(at, 170.0) + 0.3 * wide_clouds(at, 34.0));
+Colour open_colour(Theme const& theme, Tones const& tones, Point at) {
+    double const tone = stepped(0.7 * static_cast<double>(tones.light) +
+                                0.3 * smoothstep(0.25, 0.75, clouds().at(at, 34.0)));
     Colour colour = mix(theme.ground_dark, theme.ground_light, tone);
     if (theme.groves > 0.0) { // fallen leaves and shade
-        colour = mix(colour, theme.woods, 0.6 * theme.groves * stepped(grove(at)));
+        colour = mix(colour, theme.woods,
+                     0.6 * theme.groves * stepped(static_cast<double>(tones.grove)));
     }
     if (theme.mow > 0.0) {
         bool const odd = line_distance(at.x + at.y, 72.0) < 18.0;
@@ -129,7 +130,7 @@ Colour open_colour(Theme const& theme, Point at) {
         double const crack = stepped(cracks().at(at, 42.0)) * (0.35 + 0.65 * whole);
         colour = shade(colour, 1.0 - 0.3 * theme.cracks * crack);
     }
-    return grown(theme, at, colour);
+    return grown(theme, tones, at, colour);
 }
 
 // A farmer's or a mason's hem is straight, nature's is bent out of the polygon and frayed.
@@ -160,23 +161,86 @@ Colour on_area(PaintSource const& source, Colour land, GroundArea const& area, P
     }
 }
 
+// The patch that counts at a place: a built one by its own outline, nature's by a bent one.
+AreaPlace patch_at(PaintSource const& source, Land const& land, Tones const& tones, Point at) {
+    AreaPlace place = area_at(land.areas, source.course, at);
+    if (place.area != nullptr && is_built(*place.area, source.theme)) return place;
+    Point const bend{static_cast<double>(tones.bend_x), static_cast<double>(tones.bend_y)};
+    place = area_at(land.areas, source.course, at + bend);
+    bool const crooked = place.area != nullptr && is_built(*place.area, source.theme);
+    return crooked ? AreaPlace{} : place;
+}
+
+// Sleepers in a bed of gravel, and two rails.
+Colour rails_colour(Theme const& theme, LaneSpot const& spot, Point at, Colour ground) {
+    constexpr double HALF_GAUGE = 4.2; // cells
+    auto const off = static_cast<double>(spot.off);
+    double const bed = smoothstep(10.0, 7.5, off + 3.0 * (clouds().at(at, 14.0) - 0.5));
+    Colour colour = mix(ground, shade(theme.gravel, 0.9 + 0.3 * grain(at, 1.2)), bed);
+    if (off < 6.6 && on_lines(static_cast<double>(spot.along), 5.0, 2.2)) {
+        colour = shade({0.36F, 0.28F, 0.22F}, 1.0 + 0.2 * grain(at, 1.5));
+    }
+    double const rail = std::fabs(off - HALF_GAUGE) - 0.55;
+    return mix(colour, {0.72F, 0.72F, 0.74F}, coverage(rail));
+}
+
+// Earth that wheels have laid bare, with grass between them.
+Colour ruts_colour(Theme const& theme, double off, double half, Point at, Colour ground) {
+    Colour const earth =
+        shade(mix(theme.sand, theme.road_edge, 0.35), 0.96 + 0.14 * grain(at, 1.4));
+    double const ragged = off + 3.0 * (clouds().at(at, 18.0) - 0.5);
+    double const worn = smoothstep(half + 1.0, half - 1.5, ragged);
+    double const grass = 0.6 * smoothstep(0.28 * half, 0.1 * half, ragged);
+    return mix(ground, earth, stepped(worn * (1.0 - grass) * 0.9));
+}
+
+Colour on_lane(Theme const& theme, Lane const& lane, LaneSpot const& spot, Point at,
+               Colour ground) {
+    auto const off = static_cast<double>(spot.off);
+    double const half = lane.width / 2.0;
+    switch (lane.kind) {
+    case LaneKind::track:
+        return ruts_colour(theme, off, half, at, ground);
+    case LaneKind::paved: {
+        bool const kerb = off > half - 1.4;
+        Colour const slabs = kerb ? shade(theme.plaza, 1.16) : plaza_colour(theme, at);
+        return mix(ground, slabs, coverage(off - half));
+    }
+    case LaneKind::rails:
+        return rails_colour(theme, spot, at, ground);
+    case LaneKind::stream: {
+        double const bank = half - off + 3.0 * (clouds().at(at, 24.0) - 0.5);
+        Colour const wet = mix(ground, shade(theme.shore, 0.85), smoothstep(-4.0, -1.0, bank));
+        return mix(wet, water_colour(theme, at, 4.0 + 2.0 * bank), coverage(-bank));
+    }
+    }
+    return ground;
+}
+
 } // namespace
 
-Colour land_colour(PaintSource const& source, AreaField const& areas, Point at, double edge) {
+Land measure_land(PaintSource const& source) {
+    int const width = source.track.width;
+    int const height = source.track.height;
+    return {.areas = measure_areas(source.course, width, height),
+            .lanes = measure_lanes(source.course, width, height),
+            .tones = measure_tones(width, height)};
+}
+
+Colour land_colour(PaintSource const& source, Land const& land, Point at, double edge) {
     Theme const& theme = source.theme;
-    Colour colour = open_colour(theme, at);
-    Point const bent =
-        at + Point{56.0 * (clouds().at(at, 190.0) - 0.5) + 16.0 * (clouds().at(at, 60.0) - 0.5),
-                   56.0 * (clouds().at({at.y, at.x}, 190.0) - 0.5) +
-                       16.0 * (clouds().at({at.y, at.x}, 60.0) - 0.5)};
-    AreaPlace place = area_at(areas, source.course, at);
-    if (place.area == nullptr || !is_built(*place.area, theme)) {
-        place = area_at(areas, source.course, bent);
-        if (place.area != nullptr && is_built(*place.area, theme)) place = {};
-    }
+    Tones const tones = tones_at(land.tones, at);
+    AreaPlace const place = patch_at(source, land, tones, at);
     bool const paved =
         place.area != nullptr && place.area->kind == GroundKind::plaza && place.depth > 0.0;
+    bool const hidden = place.area != nullptr && place.depth > 34.0; // the patch covers the ground
+    Colour colour = hidden ? theme.ground_light : open_colour(theme, tones, at);
     if (place.area != nullptr) colour = on_area(source, colour, *place.area, at, place.depth);
+    bool const afloat =
+        place.area != nullptr && place.area->kind == GroundKind::water && place.depth > -1.0;
+    if (LaneSpot const spot = lane_at(land.lanes, at); spot.lane != 0 && !afloat) {
+        colour = on_lane(theme, source.course.lanes[spot.lane - 1U], spot, at, colour);
+    }
     if (edge < 40.0 && !paved) {
         double const away = edge + 26.0 * (clouds().at(at, 46.0) - 0.5);
         colour = mix(theme.verge, colour, stepped(smoothstep(9.0, 30.0, away)));

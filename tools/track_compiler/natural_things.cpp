@@ -14,9 +14,13 @@ constexpr double TURN = 2.0 * std::numbers::pi;
 Colour leaf(Theme const& theme, SceneryItem const& item, double light) {
     Colour const colour = mix(theme.leaf_dark, theme.leaf_light, light);
     Colour const lit = mix(colour, shade(theme.leaf_light, 1.3), light - 0.85);
+    bool const gay = theme.flowers > 0.0 && item.kind != SceneryKind::pine &&
+                     item.kind != SceneryKind::palm && item.kind != SceneryKind::cactus &&
+                     whim(item, 91) < 0.14 * theme.flowers; // in bloom, or the first to turn
+    if (gay) return shade(mix(lit, theme.bloom, 0.72), 0.62 + 0.5 * light);
     double const warm = whim(item, 90) - 0.5;
-    auto const tint = static_cast<float>(1.0 + 0.25 * warm);
-    return {lit.r * tint, lit.g * (1.0F + 0.06F * static_cast<float>(warm)), lit.b};
+    auto const tint = static_cast<float>(1.0 + 0.5 * warm);
+    return {lit.r * tint, lit.g * (1.0F + 0.12F * static_cast<float>(warm)), lit.b};
 }
 
 // A crown of round tufts, each lit like a ball; the ones in front cover those behind.

@@ -23,11 +23,11 @@ std::uint32_t pack_coarse(Colour colour) {
 }
 
 void paint_ground(PaintSource const& source, Picture const& picture) {
-    AreaField const areas = measure_areas(source.course, source.track.width, source.track.height);
+    Land const land = measure_land(source);
     for (int y = 0; y < picture.height; y++) {
         for (int x = 0; x < picture.width; x++) {
             Point const at = pixel_place(x, y);
-            Colour const flat = ground_colour(source, areas, at);
+            Colour const flat = ground_colour(source, land, at);
             picture.at(x, y) = pack_coarse(with_squares(source.theme, at, flat));
         }
     }

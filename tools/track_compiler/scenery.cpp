@@ -36,7 +36,7 @@ bool on_water(Course const& course, Point place) {
     });
 }
 
-// Nothing grows on lettering, on paving or among a field's crop.
+// Nothing grows on lettering, lanes, gravel and paving or among a field's crop.
 bool kept_free(Course const& course, Point place) {
     auto const on_text = [&](Lettering const& lettering) {
         double const wide = lettering.height * static_cast<double>(lettering.text.size());
@@ -45,9 +45,20 @@ bool kept_free(Course const& course, Point place) {
         return std::fabs(dot(offset, along)) < wide / 2.0 &&
                std::fabs(cross(along, offset)) < lettering.height;
     };
+    auto const on_lane = [&](Lane const& lane) {
+        for (std::size_t i = 0; i + 1 < lane.way.size(); i++) {
+            Point const leg = lane.way[i + 1] - lane.way[i];
+            Point const offset = place - lane.way[i];
+            double const t = std::clamp(dot(offset, leg) / std::max(dot(leg, leg), 1e-9), 0.0, 1.0);
+            if (length(offset - t * leg) < lane.width / 2.0 + 6.0) return true;
+        }
+        return false;
+    };
     return std::any_of(course.letterings.begin(), course.letterings.end(), on_text) ||
+           std::any_of(course.lanes.begin(), course.lanes.end(), on_lane) ||
            std::any_of(course.areas.begin(), course.areas.end(), [&](GroundArea const& area) {
-               bool const used = area.kind == GroundKind::field || area.kind == GroundKind::plaza;
+               bool const used = area.kind == GroundKind::field || area.kind == GroundKind::plaza ||
+                                 area.kind == GroundKind::gravel;
                return used && inside(area, place);
            });
 }
@@ -57,7 +68,7 @@ bool crowded(std::vector<SceneryItem> const& items, SceneryItem const& wanted) {
     return std::any_of(items.begin(), items.end(), [&](SceneryItem const& item) {
         Point const offset = wanted.at - item.at;
         double const room = 0.4 * (item.length + wanted.length);
-        if (is_natural(item.kind) || item.kind == SceneryKind::lamp) return length(offset) < room;
+        if (is_round(item.kind)) return length(offset) < room;
         Point const along = direction(item.angle);
         double const beside = std::max(std::fabs(dot(offset, along)) - item.length / 2.0,
                                        std::fabs(cross(along, offset)) - item.width / 2.0);
@@ -107,6 +118,26 @@ void place_row(Course const& course, Centreline const& line, ThemeRow const& row
         item.length = item.width = row.size;
         if (touches_road(item, field, clear) || on_water(course, item.at)) continue;
         if (!crowded(items, item)) items.push_back(item);
+    }
+}
+
+// A hedge, an avenue or an orchard's row: hand-planted, so nearly straight.
+void place_way(Course const& course, SceneryRow const& row, RoadField const& field, double clear,
+               std::vector<SceneryItem>& items) {
+    double ahead = 0.0; // from the leg's beginning to the next thing
+    for (std::size_t i = 0; i + 1 < row.way.size(); i++) {
+        Point const leg = row.way[i + 1] - row.way[i];
+        double const reach = length(leg);
+        for (; ahead <= reach; ahead += row.spacing) {
+            SceneryItem item{.kind = row.kind, .line = row.line};
+            item.at = row.way[i] + (ahead / std::max(reach, 1e-9)) * leg;
+            item.at = item.at + 0.12 * row.size * direction(6.28 * whim(item, 1));
+            item.length = item.width = row.size * (0.85 + 0.3 * whim(item, 2));
+            if (!touches_road(item, field, clear) && !on_water(course, item.at)) {
+                items.push_back(item);
+            }
+        }
+        ahead -= reach;
     }
 }
 
@@ -164,6 +195,7 @@ std::vector<SceneryItem> place_scenery(Course const& course, Theme const& theme,
         faults.push_back({item.line, "it stands on the road or its rim"});
     }
     for (ThemeRow const& row : theme.rows) place_row(course, line, row, field, clear, items);
+    for (SceneryRow const& row : course.rows) place_way(course, row, field, clear, items);
     std::uint32_t seed = 1;
     for (SceneryScatter const& scatter : course.scatters) {
         scatter_items(course, scatter, seed++, field, {.near = clear, .groves = theme.groves},

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr std::array<KindWord, 14> KINDS{{
+constexpr std::array<KindWord, 23> KINDS{{
     {"tree", SceneryKind::tree, true},
     {"pine", SceneryKind::pine, true},
     {"palm", SceneryKind::palm, true},
@@ -12,6 +12,8 @@ constexpr std::array<KindWord, 14> KINDS{{
     {"cactus", SceneryKind::cactus, true},
     {"rock", SceneryKind::rock, true},
     {"lamp", SceneryKind::lamp, true},
+    {"fountain", SceneryKind::fountain, true},
+    {"lighthouse", SceneryKind::lighthouse, true},
     {"tyres", SceneryKind::tyres, false},
     {"house", SceneryKind::house, false},
     {"shed", SceneryKind::shed, false},
@@ -19,6 +21,13 @@ constexpr std::array<KindWord, 14> KINDS{{
     {"container", SceneryKind::container, false},
     {"boat", SceneryKind::boat, false},
     {"hay", SceneryKind::hay, false},
+    {"car", SceneryKind::car, false},
+    {"tent", SceneryKind::tent, false},
+    {"crane", SceneryKind::crane, false},
+    {"pier", SceneryKind::pier, false},
+    {"digger", SceneryKind::digger, false},
+    {"logs", SceneryKind::logs, false},
+    {"board", SceneryKind::board, false},
 }};
 
 } // namespace

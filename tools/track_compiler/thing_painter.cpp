@@ -8,7 +8,7 @@
 namespace {
 
 double radius_of(SceneryItem const& item) {
-    if (is_natural(item.kind)) return item.length / 2.0;
+    if (is_round(item.kind)) return item.length / 2.0;
     return std::hypot(item.length, item.width) / 2.0;
 }
 
@@ -25,8 +25,21 @@ double height_of(SceneryItem const& item) {
         return 0.42 * small;
     case SceneryKind::tyres:
     case SceneryKind::hay:
-    case SceneryKind::boat:
+    case SceneryKind::logs:
         return 5.0;
+    case SceneryKind::boat:
+    case SceneryKind::car:
+    case SceneryKind::board:
+    case SceneryKind::fountain:
+        return 4.0;
+    case SceneryKind::pier:
+        return 3.0;
+    case SceneryKind::digger:
+        return 8.0;
+    case SceneryKind::crane:
+        return 26.0;
+    case SceneryKind::lighthouse:
+        return 2.2 * small;
     case SceneryKind::lamp:
         return 14.0;
     default:
@@ -35,12 +48,21 @@ double height_of(SceneryItem const& item) {
 }
 
 // How far a place lies outside the thing's footprint; a plant's shadow is rounder than its crown.
-double outside_of(SceneryItem const& item, Point offset) {
+double outside_of(Theme const& theme, SceneryItem const& item, Point offset) {
     if (item.kind == SceneryKind::lamp) return length(offset) - 1.2;
-    if (is_natural(item.kind)) return length(offset) - 0.44 * item.length;
-    Point const along = direction(item.angle);
-    return std::max(std::fabs(dot(offset, along)) - item.length / 2.0,
-                    std::fabs(cross(along, offset)) - item.width / 2.0);
+    if (item.kind == SceneryKind::palm) return length(offset) - 0.33 * item.length;
+    if (is_round(item.kind)) return length(offset) - 0.44 * item.length;
+    Spot const spot = spot_of(theme, item, offset);
+    switch (item.kind) {
+    case SceneryKind::boat:
+        return hull_distance(spot);
+    case SceneryKind::crane:
+        return std::max(spot.outside, std::fabs(spot.y) - 0.24 * spot.half_wide);
+    case SceneryKind::digger:
+        return std::max(spot.outside, std::fabs(spot.y) - 0.7 * spot.half_wide);
+    default:
+        return spot.outside;
+    }
 }
 
 // The darkest of the shadow's prints between the foot and the tip, with a soft outline. Where
@@ -61,7 +83,7 @@ void gather_shadow(Theme const& theme, SceneryItem const& item, int width, int h
             double outside = 1e9;
             for (int print = 0; print <= PRINTS; print++) {
                 Point const from = offset - (1.0 * print / PRINTS) * fall;
-                outside = std::min(outside, outside_of(item, from));
+                outside = std::min(outside, outside_of(theme, item, from));
             }
             auto const value = static_cast<std::uint8_t>(
                 std::round(8.0 * smoothstep(SOFT, -SOFT, outside)) * 31.0);
@@ -73,11 +95,11 @@ void gather_shadow(Theme const& theme, SceneryItem const& item, int width, int h
     }
 }
 
+// On which of its long sides a thing has the road, as built_thing wants to know it.
 double front_of(PaintSource const& source, SceneryItem const& item) {
     bool const turned = item.width > item.length;
-    Point const along = direction(item.angle);
-    Point const side = (turned ? 0.5 * item.length + 12.0 : 0.5 * item.width + 12.0) *
-                       (turned ? -1.0 * along : side_of(along));
+    Point const along = turned ? side_of(direction(item.angle)) : direction(item.angle);
+    Point const side = (std::min(item.length, item.width) / 2.0 + 12.0) * side_of(along);
     double const right = road_at(source.field, item.at + side).edge;
     double const left = road_at(source.field, item.at - side).edge;
     return right <= left ? 1.0 : -1.0;

@@ -14,13 +14,44 @@ struct Dab {
     bool glows = false; // with a light of its own, by night
 };
 
+// A pixel in the terms of a long thing: x along its longer side, y across it, from its middle.
+struct Spot {
+    double x = 0.0;
+    double y = 0.0;
+    double half_long = 0.0;
+    double half_wide = 0.0;
+    double outside = 0.0; // distance to its rectangle, negative within
+    double light = 0.0;   // of a slope that falls towards +y, -1..1
+};
+
+Spot spot_of(Theme const& theme, SceneryItem const& item, Point offset);
+
 // `offset` is the pixel's place from the thing's middle, in cells.
 Dab natural_thing(Theme const& theme, SceneryItem const& item, Point offset);
 
-// `front` is 1 if the road is to the right of the thing's length and -1 if to its left.
+// `front` is 1 if the road lies towards the spot's +y and -1 if not.
 Dab built_thing(Theme const& theme, SceneryItem const& item, Point offset, double front);
 
+// The single things, for built_thing.
+Dab house(Theme const& theme, SceneryItem const& item, Spot const& spot);
+Dab shed(Theme const& theme, Spot const& spot);
+Dab stand(Theme const& theme, Spot const& spot, double front);
+Dab tent(Theme const& theme, SceneryItem const& item, Spot const& spot);
+Dab pier(Theme const& theme, SceneryItem const& item, Spot const& spot);
+Dab boat(Theme const& theme, SceneryItem const& item, Spot const& spot);
+Dab parked_car(Theme const& theme, SceneryItem const& item, Spot const& spot);
+Dab crane(Theme const& theme, Spot const& spot);
+Dab digger(Theme const& theme, Spot const& spot);
+Dab logs(Theme const& theme, SceneryItem const& item, Spot const& spot);
+Dab board(Theme const& theme, SceneryItem const& item, Spot const& spot);
+Dab fountain(Theme const& theme, SceneryItem const& item, Point offset);
+Dab lighthouse(Theme const& theme, SceneryItem const& item, Point offset);
+
+// Distance to a boat's hull, negative within.
+double hull_distance(Spot const& spot);
+
 bool is_natural(SceneryKind kind);
+bool is_round(SceneryKind kind);
 
 // A number of 0..1 of the thing's own.
 double whim(SceneryItem const& item, std::uint32_t what);
