@@ -1,19 +1,16 @@
 #include "screens/help_screen.h"
 
 #include "screens/help_page.h"
+#include "screens/night_sky.h"
 
 #include <algorithm>
 
 namespace {
 
-// From night blue at the top to a lighter blue, one line at a time.
 void draw_gradient(SDL_Renderer* renderer, int ow, int oh) {
     for (int y = 0; y < oh; ++y) {
-        double const t = oh > 1 ? static_cast<double>(y) / (oh - 1) : 0.0;
-        auto const channel = [t](double span, double from) {
-            return static_cast<std::uint8_t>(span * t + from + 0.5);
-        };
-        SDL_SetRenderDrawColor(renderer, channel(18, 6), channel(34, 10), channel(64, 32), 255);
+        SDL_Color const sky = night_sky(oh > 1 ? static_cast<double>(y) / (oh - 1) : 0.0);
+        SDL_SetRenderDrawColor(renderer, sky.r, sky.g, sky.b, sky.a);
         SDL_RenderDrawLine(renderer, 0, y, ow - 1, y);
     }
 }

@@ -1,6 +1,7 @@
 #include "screens/menu_render.h"
 
 #include "screens/menu_drawing.h"
+#include "screens/night_sky.h"
 
 #include <algorithm>
 #include <array>
@@ -26,11 +27,9 @@ Gradient& gradient() {
 }
 
 std::uint32_t gradient_pixel(int row) {
-    float const t = static_cast<float>(row) / (GRADIENT_ROWS - 1);
-    auto const channel = [t](float span, float from) {
-        return static_cast<std::uint32_t>(span * t + from + 0.5F);
-    };
-    return (channel(18, 6) << 24U) | (channel(34, 10) << 16U) | (channel(64, 32) << 8U) | 0xFFU;
+    SDL_Color const sky = night_sky(static_cast<double>(row) / (GRADIENT_ROWS - 1));
+    return std::uint32_t{sky.r} << 24U | std::uint32_t{sky.g} << 16U | std::uint32_t{sky.b} << 8U |
+           sky.a;
 }
 
 SDL_Texture* make_gradient(SDL_Renderer* renderer) {
