@@ -87,13 +87,15 @@ struct Columns {
 Columns columns_of(Bar const& bar) {
     TTF_Font* label = bar.fonts.hud_label;
     int const number = LABEL_GAP + text_width(bar, bar.fonts.hud_small, "99:99.99");
+    int const best_w = text_width(bar, label, "BEST") + number;
+    int const total_w = text_width(bar, label, "TOTAL") + number;
     Columns c{};
     c.ghost_left =
         bar.rect.x + bar.rect.w - gauge_width(bar) - 22 - text_width(bar, label, "GHOST");
     c.total_right = c.ghost_left - COLUMN_GAP;
-    c.total_left = c.total_right - text_width(bar, label, "TOTAL") - number;
+    c.total_left = c.total_right - total_w;
     c.best_right = c.total_left - COLUMN_GAP;
-    c.best_left = c.best_right - text_width(bar, label, "BEST") - number;
+    c.best_left = c.best_right - best_w;
     c.lap_time_right = c.best_left - COLUMN_GAP;
     return c;
 }
