@@ -1,5 +1,6 @@
 #include "track_compiler/markings_painter.h"
 
+#include "track_compiler/goal.h"
 #include "track_compiler/ground_painter.h"
 #include "track_compiler/scenery.h"
 #include "track_compiler/stencil.h"
@@ -8,21 +9,6 @@
 #include <array>
 
 namespace {
-
-// Where the line lies and which way the cars cross it.
-struct Goal {
-    Point middle;
-    Point ahead;      // direction of travel
-    Point side;       // to the right of it
-    double half_span; // from the middle of the line to either end
-};
-
-Goal goal_of(Track const& track) {
-    Point const a{track.goal_x1 + 0.5, track.goal_y1 + 0.5};
-    Point const b{track.goal_x2 + 0.5, track.goal_y2 + 0.5};
-    Point const ahead = direction(track.start_angle);
-    return {0.5 * (a + b), ahead, side_of(ahead), length(b - a) / 2.0 + 0.5};
-}
 
 // Worn paint: where the ground is rough it has gone.
 void brush(std::uint32_t& pixel, Colour colour, Point at, double alpha) {
@@ -38,8 +24,9 @@ void paint_lettering(Theme const& theme, Lettering const& lettering, Picture con
     paint_box(picture, lettering.at, radius, [&](std::uint32_t& pixel, Point offset) {
         double const x = (dot(offset, along) + wide / 2.0) / lettering.height;
         double const y = cross(along, offset) / lettering.height + 0.5;
-        if (!stencil_covers(lettering.text, x, y)) return;
-        brush(pixel, theme.ink, lettering.at + offset, 0.8);
+        double const paint =
+            stencil_coverage(lettering.text, x, y, 1.0 / (lettering.height * PICTURE_SCALE));
+        brush(pixel, theme.ink, lettering.at + offset, 0.85 * paint);
     });
 }
 
@@ -86,25 +73,6 @@ void paint_grid_box(Theme const& theme, Goal const& goal, Point front, Picture c
         double const leg = std::max(std::fabs(y - HALF_WIDE + HALF_LINE) - HALF_LINE,
                                     std::fabs(x - LONG / 2.0) - LONG / 2.0);
         brush(pixel, theme.line, front + offset, 0.9 * coverage(std::min(bar, leg)));
-    });
-}
-
-struct Bar {
-    Point middle;
-    double half_length; // across the road
-    double half_width;  // along it
-};
-
-// A straight thing across the road, coloured by its own coordinates: across, along.
-template <typename Paint>
-void paint_bar(Picture const& picture, Goal const& goal, Bar const& bar, Paint paint) {
-    double const radius = std::hypot(bar.half_length, bar.half_width) + 2.0;
-    paint_box(picture, bar.middle, radius, [&](std::uint32_t& pixel, Point offset) {
-        double const x = dot(offset, goal.side);
-        double const y = dot(offset, goal.ahead);
-        double const outside =
-            std::max(std::fabs(x) - bar.half_length, std::fabs(y) - bar.half_width);
-        if (coverage(outside) > 0.0) paint(pixel, x, y, coverage(outside));
     });
 }
 
@@ -156,37 +124,5 @@ void paint_goal(PaintSource const& source, Picture const& picture) {
         double const lane = (box % 2 == 0 ? -0.45 : 0.45) * goal.half_span;
         Point const front = goal.middle - (24.0 + BOX_GAP * box) * goal.ahead + lane * goal.side;
         paint_grid_box(theme, goal, front, picture);
-    }
-}
-
-void paint_gantry(PaintSource const& source, Picture const& picture) {
-    constexpr double BEHIND = 11.0; // cells from the line
-    constexpr double TOWER = 5.0;   // half of a tower's side
-    constexpr double RAIL = 2.6;    // half of the truss's width
-    Theme const& theme = source.theme;
-    Goal const goal = goal_of(source.track);
-    Point const middle = goal.middle - BEHIND * goal.ahead;
-    double const reach = goal.half_span + source.course.kerb_depth + theme.rim_width + TOWER;
-    Point const fall = -16.0 * theme.shadow_length * towards_light(theme);
-    paint_bar(picture, goal, {middle + fall, reach, RAIL},
-              [&](std::uint32_t& pixel, double, double, double alpha) {
-                  blend(pixel, shade(unpack(pixel), 1.0 - theme.shadow), 0.7 * alpha);
-              });
-    Colour const steel = mix(theme.wall, WHITE, 0.4);
-    paint_bar(picture, goal, {middle, reach, RAIL},
-              [&](std::uint32_t& pixel, double x, double y, double alpha) {
-                  bool const rail = std::fabs(y) > RAIL - 0.9;
-                  double const zigzag = std::fabs(std::remainder(x, 8.0)) * 1.3 - RAIL;
-                  if (!rail && std::fabs(zigzag - y) > 0.7) return;
-                  blend(pixel, shade(steel, rail ? 1.0 : 0.75), alpha);
-              });
-    for (double const end : {-reach, reach}) {
-        paint_bar(picture, goal, {middle + end * goal.side, TOWER, TOWER},
-                  [&](std::uint32_t& pixel, double x, double y, double alpha) {
-                      bool const rim = std::max(std::fabs(x), std::fabs(y)) > TOWER - 1.2;
-                      bool const odd = (x < 0.0) != (y < 0.0);
-                      Colour const flag = odd ? shade(WHITE, 0.15) : WHITE;
-                      blend(pixel, rim ? shade(theme.kerb_red, 0.9) : flag, alpha);
-                  });
     }
 }

@@ -10,7 +10,3 @@ void paint_skids(PaintSource const& source, Picture const& picture);
 
 // The chequered line on the grid's goal cells, and boxes for the cars behind it.
 void paint_goal(PaintSource const& source, Picture const& picture);
-
-// The gantry: two towers beside the road and a truss between them, behind the line so that it
-// hides nothing. Painted after everything flat.
-void paint_gantry(PaintSource const& source, Picture const& picture);

@@ -1,8 +1,10 @@
 #include "track_compiler/painter.h"
 
 #include "render/image.h"
+#include "track_compiler/gantry_painter.h"
 #include "track_compiler/ground_painter.h"
 #include "track_compiler/markings_painter.h"
+#include "track_compiler/night_painter.h"
 #include "track_compiler/picture.h"
 #include "track_compiler/thing_painter.h"
 

@@ -1,5 +1,7 @@
 #include "track_compiler/stencil.h"
 
+#include "track_compiler/geometry.h"
+
 #include <array>
 #include <cctype>
 #include <cmath>
@@ -56,12 +58,9 @@ constexpr std::array<Glyph, 38> GLYPHS{{
 }};
 // clang-format on
 
-} // namespace
-
-bool stencil_covers(std::string const& text, double x, double y) {
-    double const column = std::floor(x * 7.0);
-    double const row = std::floor(y * 7.0);
-    if (column < 0.0 || row < 0.0 || row >= 7.0) return false;
+// Is a square of the stencil's grid open? 7 squares high, 6 for every letter.
+bool is_open(std::string const& text, int column, int row) {
+    if (column < 0 || row < 0 || row >= 7) return false;
     auto const at = static_cast<std::size_t>(column);
     if (at / 6 >= text.size() || at % 6 == 5) return false; // every letter has a blank behind it
     int const letter = std::toupper(static_cast<unsigned char>(text[at / 6]));
@@ -69,4 +68,23 @@ bool stencil_covers(std::string const& text, double x, double y) {
         if (glyph.letter == letter) return glyph.rows[static_cast<std::size_t>(row)][at % 6] == '#';
     }
     return false;
+}
+
+} // namespace
+
+// Between the squares' middles the grid is taken as a slope and cut below half its height, which
+// rounds the corners off and makes straight lines of diagonals.
+double stencil_coverage(std::string const& text, double x, double y, double pixel) {
+    double const u = 7.0 * x - 0.5;
+    double const v = 7.0 * y - 0.5;
+    int const column = static_cast<int>(std::floor(u));
+    int const row = static_cast<int>(std::floor(v));
+    auto const open = [&](int dx, int dy) {
+        return is_open(text, column + dx, row + dy) ? 1.0 : 0.0;
+    };
+    double const upper = std::lerp(open(0, 0), open(1, 0), u - column);
+    double const lower = std::lerp(open(0, 1), open(1, 1), u - column);
+    double const height = std::lerp(upper, lower, v - row);
+    double const soft = std::min(0.4, 3.5 * pixel); // half a pixel in squares
+    return smoothstep(0.42 - soft, 0.42 + soft, height);
 }

@@ -6,6 +6,6 @@
 
 constexpr double STENCIL_ASPECT = 6.0 / 7.0; // advance of a letter by its height
 
-// Is there paint at (x, y) of the text, measured from its upper left corner in letter heights?
-// Letters that the stencil does not have are blank.
-bool stencil_covers(std::string const& text, double x, double y);
+// How much of a place a line of text covers, 0..1. `x` and `y` are in heights of its letters from
+// the text's upper left corner, `pixel` is a pixel's side in the same measure.
+double stencil_coverage(std::string const& text, double x, double y, double pixel);

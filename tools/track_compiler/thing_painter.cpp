@@ -105,45 +105,50 @@ double front_of(PaintSource const& source, SceneryItem const& item) {
     return right <= left ? 1.0 : -1.0;
 }
 
+double brightness(Dab const& dab) {
+    double const sum = static_cast<double>(dab.colour.r + dab.colour.g + dab.colour.b) / 3.0;
+    return dab.alpha > 0.5 ? sum : 1.0;
+}
+
+// As a pupil draws it: lines of ink wherever the thing's brightness steps, and a thin wash.
+template <typename Look>
+Dab sketched(Theme const& theme, SceneryKind kind, Point offset, Look look) {
+    constexpr double PEN = 0.6; // cells
+    Dab const dab = look(offset);
+    double const here = brightness(dab);
+    double step = 0.0;
+    for (Point const beside :
+         {Point{PEN, 0.0}, Point{-PEN, 0.0}, Point{0.0, PEN}, Point{0.0, -PEN}}) {
+        step = std::max(step, std::fabs(brightness(look(offset + beside)) - here));
+    }
+    bool const crowded = kind == SceneryKind::stand; // all lines: only the boldest are drawn
+    double const ink = smoothstep(crowded ? 0.45 : 0.09, crowded ? 0.9 : 0.2, step);
+    Colour const wash = mix(dab.colour, WHITE, 0.45);
+    return {mix(wash, theme.ink, ink), std::max(dab.alpha, ink)};
+}
+
 // Paints what the filter lets through of a thing.
 template <typename Filter>
 void paint_thing(PaintSource const& source, SceneryItem const& item, Picture const& picture,
                  Filter filter) {
+    Theme const& theme = source.theme;
     double const front = front_of(source, item);
     bool const natural = is_natural(item.kind);
+    auto const look = [&](Point offset) {
+        return natural ? natural_thing(theme, item, offset)
+                       : built_thing(theme, item, offset, front);
+    };
     paint_box(picture, item.at, radius_of(item) + 1.0, [&](std::uint32_t& pixel, Point offset) {
-        Dab const dab = natural ? natural_thing(source.theme, item, offset)
-                                : built_thing(source.theme, item, offset, front);
+        Dab const dab = theme.paper > 0.0 ? sketched(theme, item.kind, offset, look) : look(offset);
         if (filter(dab)) blend(pixel, dab.colour, dab.alpha);
     });
 }
 
-constexpr double NIGHT_LOSS = 0.6; // of the light, at the darkest
-
-// Warm light on whatever lies around a lamp.
-void shine(Theme const& theme, Point at, double reach, double strength, Picture const& picture) {
-    double const kept = 1.0 - NIGHT_LOSS * theme.dark;
-    paint_box(picture, at, reach, [&](std::uint32_t& pixel, Point offset) {
-        double const away = length(offset) / reach;
-        if (away >= 1.0) return;
-        double const light = std::floor(24.0 * strength * (1.0 - away) * (1.0 - away)) / 24.0;
-        Colour const seen = unpack(pixel);
-        auto const lift = static_cast<float>(1.0 / kept);
-        Colour const lit{seen.r * theme.lamp.r * lift + 0.06F, seen.g * theme.lamp.g * lift + 0.05F,
-                         seen.b * theme.lamp.b * lift + 0.02F};
-        blend(pixel, lit, light);
-    });
-}
-
-// Windows throw some light on the ground along a house's long sides.
-void shine_from_house(Theme const& theme, SceneryItem const& item, Picture const& picture) {
-    Point const along = direction(item.angle);
-    for (int window = 0; window < 6; window++) {
-        if (whim(item, 60U + static_cast<std::uint32_t>(window)) < 0.4) continue;
-        double const x = item.length * (window % 3 - 1) * 0.32;
-        double const y = (window < 3 ? -0.5 : 0.5) * item.width;
-        shine(theme, item.at + x * along + y * side_of(along), 26.0, 1.0, picture);
-    }
+// On paper shadows are hatched.
+double hatching(Theme const& theme, std::size_t at, int width) {
+    if (theme.paper <= 0.0) return 1.0;
+    auto const wide = static_cast<std::size_t>(width);
+    return (at % wide + at / wide) % 8 < 3 ? 1.5 : 0.15;
 }
 
 } // namespace
@@ -157,7 +162,8 @@ void paint_shadows(PaintSource const& source, Picture const& picture) {
     for (std::size_t at = 0; at < shadows.size(); at++) {
         if (shadows[at] == 0) continue;
         Colour const lit = unpack(picture.pixels[at]);
-        auto const dark = static_cast<float>(source.theme.shadow * shadows[at] / 248.0);
+        auto const dark = static_cast<float>(source.theme.shadow * shadows[at] / 248.0 *
+                                             hatching(source.theme, at, picture.width));
         // Shadows are lit by the sky alone, so they lose less of their blue.
         picture.pixels[at] = pack(
             {lit.r * (1.0F - dark), lit.g * (1.0F - 0.94F * dark), lit.b * (1.0F - 0.8F * dark)});
@@ -170,18 +176,7 @@ void paint_things(PaintSource const& source, Picture const& picture) {
     }
 }
 
-void paint_night(PaintSource const& source, Picture const& picture) {
-    Theme const& theme = source.theme;
-    if (theme.dark <= 0.0) return;
-    auto const kept = static_cast<float>(1.0 - NIGHT_LOSS * theme.dark);
-    for (std::uint32_t& pixel : picture.pixels) {
-        Colour const day = unpack(pixel);
-        pixel = pack({day.r * kept * 0.92F, day.g * kept * 0.97F, day.b * kept * 1.12F});
-    }
-    for (SceneryItem const& item : source.items) {
-        if (item.kind == SceneryKind::lamp) shine(theme, item.at, 96.0, 1.0, picture);
-        if (item.kind == SceneryKind::house) shine_from_house(theme, item, picture);
-    }
+void paint_glowing_things(PaintSource const& source, Picture const& picture) {
     for (SceneryItem const& item : source.items) {
         paint_thing(source, item, picture, [](Dab const& dab) { return dab.glows; });
     }
