@@ -133,7 +133,8 @@ std::int32_t flood(Track& track) {
 
 void Track::compute_grass_distance() {
     std::vector<std::uint8_t> squares(cell_count(*this));
-    std::vector<std::uint8_t> road(static_cast<std::size_t>(width) + 2 * REACH, NO_ROAD);
+    std::vector<std::uint8_t> road(static_cast<std::size_t>(width) + std::size_t{2} * REACH,
+                                   NO_ROAD);
     for (int row = 0; row < height; ++row) {
         scan_row(cells.data() + index(0, row), squares.data() + index(0, row), width, road.data());
     }
