@@ -21,7 +21,7 @@ std::vector<std::string> split_lines(std::string const& text) {
 
 // These are answered and end the process.
 bool is_question(std::string const& argument) {
-    std::string const text = argument.c_str(); // as far as an argument goes
+    std::string const text = argument.substr(0, argument.find('\0')); // as an argument ends
     return text == "-h" || text == "-help" || text == "--help" || text == "-keys";
 }
 
@@ -32,6 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         split_lines(std::string(reinterpret_cast<char const*>(data), size));
     if (std::any_of(lines.begin(), lines.end(), is_question)) return 0;
     std::vector<char*> arguments;
+    arguments.reserve(lines.size() + 1);
     for (std::string& line : lines) arguments.push_back(line.data());
     arguments.push_back(nullptr);
 

@@ -20,7 +20,6 @@
 
 namespace {
 
-constexpr std::uint32_t STEP_MS = 10;
 constexpr std::uint32_t MAX_FRAME_MS = 200; // at most 20 steps a frame; the rest of a stall is lost
 constexpr std::uint32_t OUT_OF_TIME_MS = 20000;
 constexpr std::uint32_t FADE_OUT_MS = 1000; // a finished car, and the wait for game over

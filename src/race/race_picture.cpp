@@ -17,7 +17,6 @@ namespace {
 
 constexpr int SCREEN_W = 1280;
 constexpr int SCREEN_H = 720;
-constexpr double STEP_MS = 10.0;
 constexpr float GAME_OVER_FADE_MS = 2000.0F;
 constexpr std::uint32_t FADE_IN_MS = 600;
 

@@ -19,7 +19,6 @@
 namespace {
 
 constexpr std::int32_t BRAKE_LATCH_TICKS = 199; // after the tick of the press
-constexpr double STEP_MS = 10.0;
 constexpr std::uint32_t OVERLAY_MS = 1500;
 constexpr float BEST_LAP_HZ = 1320.0F;
 constexpr float LAP_HZ = 880.0F;
@@ -172,8 +171,8 @@ void complete_lap(RaceContext const& race, Player& player, double at_ms) {
 
 void cross_forward(RaceContext const& race, Player& player, int tick) {
     if (player.view.finished_ms != 0) return;
-    double const at_ms =
-        static_cast<double>(race.sim.sim_time_ms) + (tick + 1) * STEP_MS / race.ticks_per_step;
+    double const at_ms = static_cast<double>(race.sim.sim_time_ms) +
+                         (tick + 1) * static_cast<double>(STEP_MS) / race.ticks_per_step;
     if (player.waiting_for_line) {
         start_clock(player, at_ms);
     } else if (player.wrong_way) {
@@ -244,7 +243,7 @@ void race_step(RaceContext const& race, std::uint32_t now) {
         run_ticks(race, sim.p2);
     }
     sim.postTick(now);
-    sim.sim_time_ms += static_cast<std::uint64_t>(STEP_MS);
+    sim.sim_time_ms += STEP_MS;
 }
 
 int check_goal_crossing(Player& player, Track const& track) {

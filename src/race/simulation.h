@@ -12,6 +12,9 @@
 
 struct Audio;
 
+// Simulated time of one step of the clock.
+constexpr std::uint32_t STEP_MS = 10;
+
 struct Countdown {
     std::uint32_t start_tick = 0; // SDL_GetTicks when it began
     std::int32_t step = 0;        // next beep, 0..3; 4 after GO

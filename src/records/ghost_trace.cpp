@@ -62,7 +62,7 @@ bool is_place(CarState const& frame) {
 
 // The short way round between two headings. A damaged file's heading may be so large that taking
 // off whole turns would never end.
-double wrap_angle(double angle) {
+double short_way_round(double angle) {
     constexpr double TURN = 2.0 * std::numbers::pi;
     if (!(std::abs(angle) < 100.0 * TURN)) return std::remainder(angle, TURN);
     while (angle > std::numbers::pi) angle -= TURN;
@@ -156,6 +156,6 @@ bool pick_ghost(Player const& player, double sim_ms, double step_ms, double alph
     double const t = pos - static_cast<double>(i);
     out->x = a.x + (b.x - a.x) * t;
     out->y = a.y + (b.y - a.y) * t;
-    out->heading = a.heading + wrap_angle(b.heading - a.heading) * t;
+    out->heading = a.heading + short_way_round(b.heading - a.heading) * t;
     return can_be_drawn(*out);
 }

@@ -1,6 +1,7 @@
 #include "records/ghost_tuning_screen.h"
 
 #include "records/ghost_sprite.h"
+#include "render/car_sprite.h"
 #include "render/image.h"
 #include "render/view_settings.h"
 
@@ -12,9 +13,8 @@ namespace {
 
 constexpr int WIDEST_OUTLINE = 200; // pixels of the art
 constexpr int THRESHOLD_STEP = 4;
-constexpr std::uint8_t GHOST_ALPHA = 128;
 // Width of a car in a race, in logical pixels at zoom 0.
-constexpr double CAR_WIDTH = 13.2;
+constexpr double GHOST_WIDTH = 13.2;
 
 // One player's art and what is made of it. All empty if the art did not load.
 struct GhostArt {
@@ -142,7 +142,7 @@ void draw_art(TuningScreen const& screen, GhostArt const& art, SDL_Point size, i
     if (texture == nullptr) return;
     int const half = size.x / 2;
     draw_fitted(screen.renderer, texture, {column * half + 40, 20, half - 80, size.y - 160});
-    auto const s = static_cast<float>(CAR_WIDTH * zoom_factor());
+    auto const s = static_cast<float>(GHOST_WIDTH * zoom_factor());
     float const center = static_cast<float>(half) * (static_cast<float>(column) + 0.5F);
     auto const y = static_cast<float>(size.y - 60);
     draw_preview(screen.renderer, texture, center - 2.0F * s, y, s);

@@ -7,6 +7,9 @@
 
 #include <cstdint>
 
+// How much of a ghost shows, of 255.
+constexpr std::uint8_t GHOST_ALPHA = 128;
+
 // Every measure of a car on the screen is its base measure times this, times the zoom.
 constexpr double CAR_MAGNIFIER = 1.2;
 

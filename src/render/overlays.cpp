@@ -1,5 +1,6 @@
 #include "render/overlays.h"
 
+#include "render/colors.h"
 #include "render/text.h"
 
 #include <algorithm>
@@ -14,7 +15,6 @@ constexpr unsigned FLASH_MS = 320; // each of the two flashes of the last lap
 constexpr unsigned FLASH_PERIOD_MS = 420;
 constexpr int HUD_HEIGHT = 30; // logical pixels; stays bright at game over
 constexpr float DIMMING = 185.0F;
-constexpr SDL_Color BLACK = {0, 0, 0, 255};
 
 struct Size {
     int w = 0;

@@ -1,5 +1,6 @@
 #include "render/text.h"
 
+#include "render/colors.h"
 #include "render/image.h"
 #include "shell/fonts.h"
 
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr SDL_Color WHITE = {255, 255, 255, 255};
 constexpr int EMBOSS_SHADOW_ALPHA = 110;
 
 int to_logical(int physical, double scale) {

@@ -17,7 +17,6 @@ constexpr int LARGE_TRACK = 320;          // cells
 constexpr int USUAL_TEXTURE_LIMIT = 4096; // pixels, for a renderer that does not tell its own
 constexpr int VIEW_HEIGHT = 720;          // logical pixels, of every view
 constexpr int BAND_ROWS = 64;             // pixels: how much of a raster is painted at a time
-constexpr std::uint8_t GHOST_ALPHA = 128;
 
 SDL_Color cell_color(std::uint8_t cell) {
     switch (cell) {

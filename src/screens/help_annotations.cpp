@@ -18,7 +18,7 @@ constexpr std::uint8_t RACE_KEY_ALPHA = 110;
 constexpr double CAPTION_LINE_STEP = 0.78;
 
 // What all annotations of a page are drawn with.
-struct Pen {
+struct AnnotationPen {
     SDL_Renderer* renderer;
     SDL_Rect rect;
     double unit;
@@ -39,7 +39,8 @@ SDL_Color with_alpha(SDL_Color color, std::uint8_t alpha) {
     return {color.r, color.g, color.b, alpha};
 }
 
-void draw_highlight(Pen const& pen, SDL_Rect const& cell, SDL_Color tint, std::uint8_t alpha) {
+void draw_highlight(AnnotationPen const& pen, SDL_Rect const& cell, SDL_Color tint,
+                    std::uint8_t alpha) {
     fill_rrect(pen.renderer, inner_rect(cell, pen.inset), pen.radius, with_alpha(tint, alpha));
 }
 
@@ -49,7 +50,7 @@ int lead_x(SDL_Rect const& cell, Anno const& anno) {
 }
 
 // A slanted line is made thick by copies of it on both axes.
-void draw_leader(Pen const& pen, SDL_Point from, SDL_Point to, SDL_Color tint) {
+void draw_leader(AnnotationPen const& pen, SDL_Point from, SDL_Point to, SDL_Color tint) {
     SDL_SetRenderDrawColor(pen.renderer, tint.r, tint.g, tint.b, LEADER_ALPHA);
     for (int o = -(pen.thick / 2); o < pen.thick - pen.thick / 2; ++o) {
         SDL_RenderDrawLine(pen.renderer, from.x + o, from.y, to.x + o, to.y);
@@ -82,7 +83,8 @@ SDL_Point player_leader_start(SDL_Rect const& cell, int ax, SDL_Point end) {
 
 // The first line stands beside the end of the leader; the others are centred under it, save those
 // in brackets, which keep its left edge.
-void draw_player_caption(Pen const& pen, Anno const& anno, SDL_Point end, bool text_left) {
+void draw_player_caption(AnnotationPen const& pen, Anno const& anno, SDL_Point end,
+                         bool text_left) {
     SDL_Color const tint = tint_of(anno);
     int y = end.y - pen.line_h / 2;
     int first_x = 0;
@@ -102,7 +104,7 @@ void draw_player_caption(Pen const& pen, Anno const& anno, SDL_Point end, bool t
     }
 }
 
-void draw_player_anno(Pen const& pen, Anno const& anno, bool text_left, int anchor) {
+void draw_player_anno(AnnotationPen const& pen, Anno const& anno, bool text_left, int anchor) {
     KbKey const* const key = find_key(anno);
     if (key == nullptr) return;
     SDL_Rect const cell = key_cell(*key, pen.rect, pen.unit);
@@ -120,7 +122,7 @@ struct Leader {
     SDL_Point end;
 };
 
-Leader race_leader(Pen const& pen, SDL_Rect const& cell, Anno const& anno) {
+Leader race_leader(AnnotationPen const& pen, SDL_Rect const& cell, Anno const& anno) {
     int const sx = anno.dir == 1 || anno.dir == 3 ? 1 : -1;
     int const sy = anno.dir == 0 || anno.dir == 1 ? -1 : 1;
     int const reach = static_cast<int>(static_cast<double>(anno.stem) * pen.unit);
@@ -132,7 +134,7 @@ Leader race_leader(Pen const& pen, SDL_Rect const& cell, Anno const& anno) {
             end};
 }
 
-void draw_race_caption(Pen const& pen, Anno const& anno, SDL_Point end) {
+void draw_race_caption(AnnotationPen const& pen, Anno const& anno, SDL_Point end) {
     std::vector<std::string> const lines = split_lines(anno.text);
     int const total = pen.line_h * static_cast<int>(lines.size());
     int const gap = 2 * pen.inset;
@@ -149,7 +151,7 @@ void draw_race_caption(Pen const& pen, Anno const& anno, SDL_Point end) {
     }
 }
 
-void draw_race_anno(Pen const& pen, Anno const& anno) {
+void draw_race_anno(AnnotationPen const& pen, Anno const& anno) {
     KbKey const* const key = find_key(anno);
     if (key == nullptr) return;
     SDL_Rect const cell = key_cell(*key, pen.rect, pen.unit);
@@ -165,13 +167,13 @@ void draw_race_anno(Pen const& pen, Anno const& anno) {
 void draw_anno_group(SDL_Renderer* renderer, SDL_Rect const& rect, double unit, int inset,
                      int radius, int thick, TTF_Font* font, int line_h, Anno const* annos,
                      int count, bool text_left, int anchor) {
-    Pen const pen{renderer, rect, unit, inset, radius, thick, font, line_h};
+    AnnotationPen const pen{renderer, rect, unit, inset, radius, thick, font, line_h};
     for (int i = 0; i < count; ++i) draw_player_anno(pen, annos[i], text_left, anchor);
 }
 
 void draw_major_group(SDL_Renderer* renderer, SDL_Rect const& rect, double unit, int inset,
                       int radius, int thick, TTF_Font* font, int line_h, Anno const* annos,
                       int count) {
-    Pen const pen{renderer, rect, unit, inset, radius, thick, font, line_h};
+    AnnotationPen const pen{renderer, rect, unit, inset, radius, thick, font, line_h};
     for (int i = 0; i < count; ++i) draw_race_anno(pen, annos[i]);
 }

@@ -10,13 +10,12 @@
 
 namespace {
 
-constexpr SDL_Color BODY{16, 26, 56, 255};
+constexpr SDL_Color KEYBOARD_BODY{16, 26, 56, 255};
 constexpr SDL_Color CAP{46, 64, 108, 255};
 constexpr SDL_Color LETTERING{205, 220, 248, 255};
 
 // Labels are measured at this size, and the size that fits follows by proportion.
 constexpr int MEASURING_SIZE = 100;
-constexpr int LEAST_SIZE = 6;
 // Share of a unit: the height of lettering, and what stays free between it and the cap's edges.
 constexpr double LETTER_HEIGHT = 0.46;
 constexpr double CAP_MARGIN = 0.16;
@@ -66,7 +65,7 @@ int fit(KeyFonts& fonts, double unit, char const* label, int iw, int ih) {
     double const by_width = (iw - CAP_MARGIN * unit) * MEASURING_SIZE / tw;
     double const by_height = (ih - CAP_MARGIN * unit) * MEASURING_SIZE / th;
     auto const size = std::lround(std::min({by_key, by_width, by_height}));
-    return std::max(LEAST_SIZE, static_cast<int>(size));
+    return std::max(LEAST_FONT_SIZE, static_cast<int>(size));
 }
 
 // Sizes that keys of a kind share.
@@ -100,9 +99,9 @@ bool contains(Group const& group, std::string_view label) {
 
 int label_size(KeyFonts& fonts, Measures const& m, SharedSizes const& shared, char const* label,
                SDL_Rect const& cap) {
-    if (contains(NAV_GROUP, label)) return std::max(LEAST_SIZE, shared.navigation);
-    if (contains(FN_GROUP, label)) return std::max(LEAST_SIZE, shared.function);
-    if (contains(WIDE_GROUP, label)) return std::max(LEAST_SIZE, shared.wide);
+    if (contains(NAV_GROUP, label)) return std::max(LEAST_FONT_SIZE, shared.navigation);
+    if (contains(FN_GROUP, label)) return std::max(LEAST_FONT_SIZE, shared.function);
+    if (contains(WIDE_GROUP, label)) return std::max(LEAST_FONT_SIZE, shared.wide);
     return fit(fonts, m.unit, label, cap.w, cap.h);
 }
 
@@ -136,7 +135,7 @@ void draw_keyboard(SDL_Renderer* renderer, SDL_Rect const& rect) {
     for (KbKey const& key : KB_KEYS) {
         SDL_Rect const body = inner_rect(key_cell(key, m.rect, m.unit), m.gap);
         SDL_Rect const cap = cap_of(m, body);
-        fill_rrect(renderer, body, m.corner, BODY);
+        fill_rrect(renderer, body, m.corner, KEYBOARD_BODY);
         fill_rrect(renderer, cap, std::max(2, m.corner - m.bevel), CAP);
         std::string_view const label = key.label;
         if (label.empty()) continue;

@@ -23,6 +23,8 @@ struct PageText {
 PageText make_page_text(SDL_Renderer* renderer, TTF_Font* font, char const* text, SDL_Color color);
 void draw_page_text(SDL_Renderer* renderer, PageText const& text, int x, int y);
 
+constexpr int LEAST_FONT_SIZE = 6; // of the page, in pixels
+
 // The first of two fonts that opens at `size`; null if neither does.
 FontHandle open_page_font(std::array<char const*, 2> const& paths, int size);
 

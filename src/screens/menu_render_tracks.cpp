@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr int OUTLINE = 2;   // logical pixels around a thumbnail
-constexpr int NAME_GAP = 6;  // between a track's name and its picture
-constexpr int BEST_GAP = 12; // between a picture and the best lap under it
+constexpr int OUTLINE_WIDTH = 2; // logical pixels around a thumbnail
+constexpr int NAME_GAP = 6;      // between a track's name and its picture
+constexpr int BEST_GAP = 12;     // between a picture and the best lap under it
 constexpr int BEST_LINE_GAP = 2;
 
 enum class RowState { PLAIN, ENTERING, LEAVING };
@@ -67,8 +67,8 @@ void draw_centred(SDL_Renderer* renderer, MenuLabel const& label, SDL_Rect const
 void draw_thumb(SDL_Renderer* renderer, TrackThumb const& thumb, SDL_Rect const& rect,
                 SDL_Color colour) {
     if (!thumb.tex) return;
-    SDL_Rect const outline{rect.x - OUTLINE, rect.y - OUTLINE, rect.w + 2 * OUTLINE,
-                           rect.h + 2 * OUTLINE};
+    SDL_Rect const outline{rect.x - OUTLINE_WIDTH, rect.y - OUTLINE_WIDTH,
+                           rect.w + 2 * OUTLINE_WIDTH, rect.h + 2 * OUTLINE_WIDTH};
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     SDL_SetRenderDrawColor(renderer, colour.r, colour.g, colour.b, colour.a);
     SDL_RenderDrawRect(renderer, &outline);

@@ -1,6 +1,7 @@
 // What the menu makes and loads before its first frame. Each step leaves out what it cannot have.
 
 #include "audio/audio.h"
+#include "render/colors.h"
 #include "render/image.h"
 #include "screens/edge_points.h"
 #include "screens/menu_art.h"
@@ -15,7 +16,6 @@
 
 namespace {
 
-constexpr SDL_Color WHITE{255, 255, 255, 255};
 constexpr SDL_Color HEADING{210, 225, 255, 255};
 constexpr double CURSOR_HEIGHT = 0.035; // share of the output's height
 constexpr double START_SPARE = 1.2;     // the button's art is larger than at rest, to grow sharply

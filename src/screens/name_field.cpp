@@ -2,6 +2,7 @@
 
 #include "records/best_laps.h"
 #include "records/file_handle.h"
+#include "render/colors.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -10,7 +11,6 @@
 namespace {
 
 constexpr char const* NAMES_FILE = "last_player_names.txt";
-constexpr SDL_Color WHITE{255, 255, 255, 255};
 
 bool is_continuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;

@@ -1,5 +1,6 @@
 #include "screens/track_thumb.h"
 
+#include "render/colors.h"
 #include "render/image.h"
 #include "world/track_file.h"
 
@@ -17,7 +18,6 @@ namespace {
 
 constexpr char const* CACHE_FOLDER = ".cache/thumbs";
 constexpr double THUMB_HEIGHT = 130.0; // logical pixels
-constexpr SDL_Color WHITE{255, 255, 255, 255};
 
 bool at_least_as_new(fs::path const& file, fs::path const& source) {
     std::error_code source_failed;

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr char const* BLACK = "art/fonts/Montserrat-Black.otf";
+constexpr char const* MONTSERRAT_BLACK = "art/fonts/Montserrat-Black.otf";
 constexpr char const* MONO = "art/fonts/LiberationMono-Bold.ttf";
 constexpr char const* BRUSH = "art/fonts/RocketBrush-DYwyW.otf";
 
@@ -22,13 +22,13 @@ struct FontEntry {
 
 // In the order of opening.
 constexpr std::array<FontEntry, 7> FONT_TABLE = {{
-    {&Fonts::hud_label, BLACK, 13},
+    {&Fonts::hud_label, MONTSERRAT_BLACK, 13},
     {&Fonts::hud_small, MONO, 14},
     {&Fonts::hud_time, MONO, 20},
     {&Fonts::lap_time, MONO, 90},
-    {&Fonts::record, BLACK, 40},
+    {&Fonts::record, MONTSERRAT_BLACK, 40},
     {&Fonts::intro, BRUSH, 34},
-    {&Fonts::winner, BLACK, 96},
+    {&Fonts::winner, MONTSERRAT_BLACK, 96},
 }};
 
 constexpr int SMALLEST_SIZE = 6; // physical pixels; below this nothing can be read

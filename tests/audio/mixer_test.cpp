@@ -14,7 +14,7 @@ namespace {
 using testing::Each;
 using testing::ElementsAre;
 
-constexpr int RATE = 22050;
+constexpr int MIX_RATE = 22050;
 
 // Mixes in the device's buffers of 1024 samples.
 Samples mix(Audio& audio, int count) {
@@ -45,7 +45,7 @@ Samples added_by(float speed, Change change) {
     race(plain, speed);
     race(changed, speed);
     change(changed.car_feed[0]);
-    return difference(mix(changed, 2 * RATE), mix(plain, 2 * RATE));
+    return difference(mix(changed, 2 * MIX_RATE), mix(plain, 2 * MIX_RATE));
 }
 
 std::vector<std::size_t> upward_crossings(Samples const& samples) {
@@ -58,13 +58,13 @@ std::vector<std::size_t> upward_crossings(Samples const& samples) {
 TEST(Mixer, engine_is_a_wobbling_tone_of_81_hz_at_speed_0_3) {
     Audio audio;
     race(audio, 0.3F);
-    Samples const sound = mix(audio, 10 * RATE);
+    Samples const sound = mix(audio, 10 * MIX_RATE);
     std::vector<std::size_t> const crossings = upward_crossings(sound);
     EXPECT_NEAR(static_cast<double>(crossings.size()), 810, 2);
     // Two crossings make a period of the lower saw, 40.5 Hz, which wobbles by 3 %.
     std::vector<double> hz;
     for (std::size_t i = 2; i < crossings.size(); i += 2)
-        hz.push_back(RATE / static_cast<double>(crossings[i] - crossings[i - 2]));
+        hz.push_back(MIX_RATE / static_cast<double>(crossings[i] - crossings[i - 2]));
     EXPECT_NEAR(*std::max_element(hz.begin(), hz.end()), 40.5 * 1.03, 0.1);
     EXPECT_NEAR(*std::min_element(hz.begin(), hz.end()), 40.5 * 0.97, 0.1);
     // The harmonics of both saws, summed through the low-pass, have an rms of 0.4771.
@@ -78,10 +78,10 @@ TEST(Mixer, engine_gets_louder_with_speed_and_ignores_its_sign) {
     race(still, 0.0F);
     race(fast, 1.0F);
     race(reversing, -1.0F);
-    Samples const forwards = mix(fast, RATE);
+    Samples const forwards = mix(fast, MIX_RATE);
     // Three and a half times the level, of which the low-pass takes more from the higher tone.
-    EXPECT_NEAR(rms(forwards) / rms(mix(still, RATE)), 3.252, 0.03);
-    EXPECT_EQ(forwards, mix(reversing, RATE));
+    EXPECT_NEAR(rms(forwards) / rms(mix(still, MIX_RATE)), 3.252, 0.03);
+    EXPECT_EQ(forwards, mix(reversing, MIX_RATE));
 }
 
 TEST(Mixer, tyres_hiss_by_speed_and_gas_when_the_car_skids) {
@@ -96,7 +96,7 @@ TEST(Mixer, tyres_hiss_by_speed_and_gas_when_the_car_skids) {
         audio->car_feed[0].gas = true;
     }
     gas_skid.car_feed[0].skidding = true;
-    Samples const hiss = difference(mix(gas_skid, 2 * RATE), mix(gas, 2 * RATE));
+    Samples const hiss = difference(mix(gas_skid, 2 * MIX_RATE), mix(gas, 2 * MIX_RATE));
     EXPECT_NEAR(rms(hiss), 1050 * 0.3561 / 2, 5);
 }
 
@@ -108,7 +108,8 @@ TEST(Mixer, kerb_rumbles_in_32_bursts_a_second_louder_with_speed) {
     Samples loudness(fast.size());
     std::transform(fast.begin(), fast.end(), loudness.begin(), [](int x) { return std::abs(x); });
     for (double const other : {20.0, 27.0, 37.0, 45.0})
-        EXPECT_GT(level_at(loudness, 32, RATE), 4 * level_at(loudness, other, RATE)) << other;
+        EXPECT_GT(level_at(loudness, 32, MIX_RATE), 4 * level_at(loudness, other, MIX_RATE))
+            << other;
 }
 
 TEST(Mixer, wall_thump_rings_out_without_a_race_and_restarts_at_each_hit) {
@@ -147,11 +148,11 @@ TEST(Mixer, race_that_is_off_is_silent_while_its_oscillators_run) {
 TEST(Mixer, beep_has_its_pitch_level_length_and_ramps) {
     Audio audio;
     audio.request_beep(880.0F, 0.5F, 0.5F);
-    Samples const tone = mix(audio, RATE);
-    EXPECT_NEAR(level_at(std::span(tone).subspan(2205, 6615), 880, RATE), 4500, 5);
+    Samples const tone = mix(audio, MIX_RATE);
+    EXPECT_NEAR(level_at(std::span(tone).subspan(2205, 6615), 880, MIX_RATE), 4500, 5);
     EXPECT_THAT(std::span(tone).subspan(11025), Each(0));
     // At a quarter of the rate every other sample is a crest, and shows the envelope itself.
-    audio.request_beep(RATE / 4.0F, 0.2F, 1.0F);
+    audio.request_beep(MIX_RATE / 4.0F, 0.2F, 1.0F);
     Samples const ramps = mix(audio, 4410);
     for (auto const& [at, share] : {std::pair{55UL, 55.0 / 110},
                                     {111UL, 1.0},
@@ -159,7 +160,7 @@ TEST(Mixer, beep_has_its_pitch_level_length_and_ramps) {
                                     {4201UL, 209.0 / 441},
                                     {4409UL, 1.0 / 441}})
         EXPECT_NEAR(std::abs(ramps[at]), 9000 * share, 1.5) << at;
-    audio.request_beep(RATE / 4.0F, 3.5F / RATE, 1.0F);
+    audio.request_beep(MIX_RATE / 4.0F, 3.5F / MIX_RATE, 1.0F);
     EXPECT_THAT(mix(audio, 5), ElementsAre(0, 9000, 0, 0, 0)) << "too short for ramps";
 }
 

@@ -1,4 +1,5 @@
 #include "input/controls.h"
+#include "input/pressed.h"
 
 #include <gtest/gtest.h>
 
@@ -21,16 +22,6 @@ struct Keyboard {
         return player.input;
     }
 };
-
-// The controls that are on, as letters: gas, brake, left, right.
-std::string on(Input const& input) {
-    std::string letters;
-    if (input.gas) letters += 'g';
-    if (input.brake) letters += 'b';
-    if (input.left) letters += 'l';
-    if (input.right) letters += 'r';
-    return letters;
-}
 
 struct KeyCase {
     SDL_Scancode key;

@@ -1,6 +1,7 @@
 #include "input/gamepad_test.h"
 
 #include "input/gamepad.h"
+#include "input/pressed.h"
 #include "input/virtual_stick.h"
 #include "support/child.h"
 
@@ -20,15 +21,6 @@ constexpr int NONE = -1;
 
 GamepadConfig config_for(std::string const& device) {
     return {true, device, 0, NONE, 2, 3};
-}
-
-std::string on(Input const& input) {
-    std::string letters;
-    if (input.gas) letters += 'g';
-    if (input.brake) letters += 'b';
-    if (input.left) letters += 'l';
-    if (input.right) letters += 'r';
-    return letters;
 }
 
 class GamepadTest : public testing::Test {

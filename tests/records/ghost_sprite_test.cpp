@@ -1,5 +1,6 @@
 #include "records/ghost_sprite.h"
 #include "records/ghost_tuning_screen.h"
+#include "render/colors.h"
 #include "support/canvas.h"
 #include "support/child.h"
 #include "support/files.h"
@@ -17,7 +18,6 @@ namespace {
 constexpr SDL_Color CLEAR{10, 20, 30, 0};
 constexpr SDL_Color SOLID{200, 100, 50, 255};
 constexpr SDL_Color RIM{118, 0, 3, 255};
-constexpr SDL_Color WHITE{255, 255, 255, 255};
 
 bool same(SDL_Color a, SDL_Color b) {
     return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;

@@ -41,11 +41,6 @@ std::string frame_bytes(double x, double y) {
     return bytes;
 }
 
-std::size_t files_in(fs::path const& folder) {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
-}
-
 } // namespace
 
 TEST(GhostTrace, MakesSafeFileNames) {

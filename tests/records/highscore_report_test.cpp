@@ -96,7 +96,7 @@ protected:
     WorkingDir const here{dir.path()};
 };
 
-bool is_red(SDL_Color c) {
+bool is_reddish(SDL_Color c) {
     return c.r > 180 && c.g < 80 && c.b < 80;
 }
 
@@ -104,7 +104,7 @@ int count_red(SDL_Surface const* page, SDL_Rect area) {
     int count = 0;
     for (int y = area.y; y < area.y + area.h; ++y) {
         for (int x = area.x; x < area.x + area.w; ++x) {
-            if (is_red(surface_pixel(page, x, y))) ++count;
+            if (is_reddish(surface_pixel(page, x, y))) ++count;
         }
     }
     return count;

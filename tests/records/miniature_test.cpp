@@ -32,7 +32,7 @@ SurfaceHandle miniature(std::string const& png, std::vector<SDL_FPoint> const& p
     return SurfaceHandle(build_miniature(png, points, grid_w, grid_h));
 }
 
-bool is_red(SDL_Color c) {
+bool is_paint(SDL_Color c) {
     return c.r == 220 && c.g == 30 && c.b == 30 && c.a == 255;
 }
 
@@ -102,8 +102,8 @@ TEST(Miniature, AveragesPlainlyAndFlattensOnWhite) {
 TEST(Miniature, StampsADotWithASoftEdge) {
     SurfaceHandle const paper = make_surface(11, 11, {255, 255, 255, 255});
     stamp_disk(paper.get(), 5.5, 5.5, 2.25, 220, 30, 30);
-    EXPECT_TRUE(is_red(surface_pixel(paper.get(), 5, 5)));
-    EXPECT_TRUE(is_red(surface_pixel(paper.get(), 6, 6)));
+    EXPECT_TRUE(is_paint(surface_pixel(paper.get(), 5, 5)));
+    EXPECT_TRUE(is_paint(surface_pixel(paper.get(), 6, 6)));
     SDL_Color const edge = surface_pixel(paper.get(), 7, 5); // 2 away: coverage 0.75
     EXPECT_EQ(edge.g, std::lround((30 - 255) * 0.75 + 255));
     SDL_Color const corner = surface_pixel(paper.get(), 7, 7);
@@ -116,7 +116,7 @@ TEST(Miniature, StampsADotWithASoftEdge) {
         stamp_disk(paper.get(), far, 5.0, 2.0, 0, 0, 0);
         stamp_disk(paper.get(), 5.0, far, 2.0, 0, 0, 0);
     }
-    EXPECT_TRUE(is_red(surface_pixel(paper.get(), 5, 5)));
+    EXPECT_TRUE(is_paint(surface_pixel(paper.get(), 5, 5)));
 }
 
 TEST(Miniature, DrawsTheLapFromCellsToPixels) {
@@ -126,23 +126,23 @@ TEST(Miniature, DrawsTheLapFromCellsToPixels) {
     SurfaceHandle const out = miniature(png, {{8, 5}, {80, 5}, {80, 15}}, 88, 22);
     EXPECT_EQ(surface_pixel(out.get(), 37, 50).r, 0);
     for (int x = 41; x < 400; ++x) {
-        ASSERT_TRUE(is_red(surface_pixel(out.get(), x, 50))) << x;
+        ASSERT_TRUE(is_paint(surface_pixel(out.get(), x, 50))) << x;
         ASSERT_GT(surface_pixel(out.get(), x, 48).r, 200) << x;
     }
     EXPECT_TRUE(is_black(surface_pixel(out.get(), 200, 46)));
     EXPECT_TRUE(is_black(surface_pixel(out.get(), 200, 53)));
-    EXPECT_TRUE(is_red(surface_pixel(out.get(), 400, 149)));
+    EXPECT_TRUE(is_paint(surface_pixel(out.get(), 400, 149)));
     EXPECT_TRUE(is_black(surface_pixel(out.get(), 200, 149)));
 
     SurfaceHandle const dot = miniature(png, {{44, 11}}, 88, 22);
-    EXPECT_TRUE(is_red(surface_pixel(dot.get(), 220, 110)));
+    EXPECT_TRUE(is_paint(surface_pixel(dot.get(), 220, 110)));
     EXPECT_LT(paint_on(dot.get()), 220 * 16);
     EXPECT_EQ(paint_on(miniature(png, {{44, 11}}, 0, 22).get()), 0) << "no grid, no line";
 
     // Small pictures have a line of radius 1.2: beside the full middle, 0.7 of a pixel each side.
     SurfaceHandle const small =
         miniature(save_png(dir, 100, 10, black), {{0, 5.5}, {100, 5.5}}, 100, 10);
-    EXPECT_TRUE(is_red(surface_pixel(small.get(), 50, 5)));
+    EXPECT_TRUE(is_paint(surface_pixel(small.get(), 50, 5)));
     EXPECT_TRUE(is_black(surface_pixel(small.get(), 50, 3)));
 }
 
@@ -152,7 +152,7 @@ TEST(Miniature, ComesBackFromLinesThatLeaveThePicture) {
     float const inf = std::numeric_limits<float>::infinity();
     std::vector<SDL_FPoint> jumps{{50, 50}, {1e6F, 50}, {-1e6F, 50}};
     SurfaceHandle const out = miniature(png, jumps, 100, 100);
-    for (int x = 0; x < 100; ++x) ASSERT_TRUE(is_red(surface_pixel(out.get(), x, 50))) << x;
+    for (int x = 0; x < 100; ++x) ASSERT_TRUE(is_paint(surface_pixel(out.get(), x, 50))) << x;
     EXPECT_TRUE(is_black(surface_pixel(out.get(), 20, 60)));
     jumps = {{1e30F, -1e30F}, {inf, 0}, {std::nanf(""), 3}, {3e38F, 3e38F}, {50, 50}};
     EXPECT_NE(miniature(png, jumps, 1, 1), nullptr);

@@ -27,7 +27,7 @@ constexpr int CANNOT_TRY = 77;
 constexpr std::size_t LAP_FRAMES = 20'000;
 
 // The status with which a child ends that runs `work`; a fault of its own in the child is fatal.
-int run_child(std::function<int()> const& work) {
+int status_of_child(std::function<int()> const& work) {
     pid_t const child = fork();
     if (child == 0) _exit(work());
     int status = 0;
@@ -80,11 +80,6 @@ void expect_whole_ghost(std::string const& path) {
     ASSERT_TRUE(load_ghost_trace(path, frames, nullptr));
     ASSERT_EQ(frames.size(), LAP_FRAMES);
     for (CarState const& frame : frames) ASSERT_EQ(frame.x, frames[0].x);
-}
-
-std::size_t files_in(fs::path const& folder) {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
 }
 
 // The status of a child that tries to replace a small table and ghost by large ones. 0 if both
@@ -150,7 +145,7 @@ TEST_F(ReplaceFile, KeepsOldRecordsWhenKilledAtAnyInstant) {
 }
 
 TEST_F(ReplaceFile, KeepsOldRecordsOnAFullDisk) {
-    int const status = run_child([this] {
+    int const status = status_of_child([this] {
         if (!mount_small_disk(folder)) return CANNOT_TRY;
         return lay_down_old_records(folder) ? try_without_room(folder) : 6;
     });
@@ -160,7 +155,7 @@ TEST_F(ReplaceFile, KeepsOldRecordsOnAFullDisk) {
 
 TEST_F(ReplaceFile, KeepsOldRecordsWhenFilesMayNotGrow) {
     ASSERT_TRUE(lay_down_old_records(folder));
-    int const status = run_child([this] {
+    int const status = status_of_child([this] {
         std::signal(SIGXFSZ, SIG_IGN);
         rlimit const limit{4096, 4096};
         setrlimit(RLIMIT_FSIZE, &limit);

@@ -5,16 +5,7 @@
 
 using CameraTest = RaceView;
 
-namespace {
-
-CarState car_at(double x, double y) {
-    CarState car;
-    car.x = x;
-    car.y = y;
-    return car;
-}
-
-} // namespace
+namespace {} // namespace
 
 TEST_F(CameraTest, KeepsTheViewInsideTheTrack) {
     Track const track = road(100, 30);

@@ -1,4 +1,5 @@
 #include "render/car_sprite.h"
+#include "render/colors.h"
 #include "render/scene.h"
 #include "support/canvas.h"
 
@@ -8,7 +9,6 @@ using CarSprite = RaceView;
 
 namespace {
 
-constexpr SDL_Color WHITE = {255, 255, 255, 255};
 constexpr SDL_Color RED = {200, 0, 0, 255};
 constexpr SDL_Color YELLOW = {255, 255, 0, 255};
 

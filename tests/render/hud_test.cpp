@@ -1,3 +1,4 @@
+#include "render/colors.h"
 #include "render/hud.h"
 #include "render/scene.h"
 #include "render/text.h"
@@ -7,7 +8,6 @@
 
 namespace {
 
-constexpr SDL_Color WHITE = {255, 255, 255, 255};
 constexpr RGB LIGHT = {255, 240, 200};
 
 // First and last column of `area` with a pixel close to `color`; {-1, -1} if none.

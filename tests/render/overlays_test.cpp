@@ -1,3 +1,4 @@
+#include "render/colors.h"
 #include "render/overlays.h"
 #include "render/scene.h"
 #include "support/canvas.h"
@@ -7,7 +8,6 @@
 namespace {
 
 constexpr SDL_Rect LEFT_HALF = {0, 0, 640, 720};
-constexpr SDL_Color BLACK = {0, 0, 0, 255};
 
 // Brightest value of one channel in `area`; `canvas` is black beneath.
 template <typename Channel>

@@ -4,6 +4,7 @@
 
 #include "render/view_settings.h"
 #include "shell/fonts.h"
+#include "world/car_state.h"
 #include "world/track.h"
 
 #include <SDL_ttf.h>
@@ -24,6 +25,13 @@ inline Track track_of(std::vector<std::string> const& rows) {
 inline Track road(int width, int height) {
     return track_of(std::vector<std::string>(static_cast<std::size_t>(height),
                                              std::string(static_cast<std::size_t>(width), '.')));
+}
+
+inline CarState car_at(double x, double y) {
+    CarState car;
+    car.x = x;
+    car.y = y;
+    return car;
 }
 
 // Puts the view settings back to those of a fresh start.

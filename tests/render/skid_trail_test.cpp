@@ -1,3 +1,4 @@
+#include "render/colors.h"
 #include "render/scene.h"
 #include "render/skid_trail.h"
 #include "support/canvas.h"
@@ -5,8 +6,6 @@
 using SkidTrail = RaceView;
 
 namespace {
-
-constexpr SDL_Color WHITE = {255, 255, 255, 255};
 
 CarState skidding_at(double x, double y) {
     CarState car;

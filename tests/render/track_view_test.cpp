@@ -1,3 +1,4 @@
+#include "render/colors.h"
 #include "render/scene.h"
 #include "render/track_view.h"
 #include "support/canvas.h"
@@ -6,13 +7,12 @@ using TrackView = RaceView;
 
 namespace {
 
-constexpr SDL_Color BLACK = {0, 0, 0, 255};
 constexpr SDL_Color ROAD = {60, 60, 64, 255};
 constexpr SDL_Color GRASS = {30, 100, 40, 255};
 constexpr SDL_Color LINE = {240, 240, 240, 255};
 constexpr SDL_Color CHECKER = {20, 20, 20, 255};
-constexpr SDL_Color RED = {220, 0, 0, 255};
-constexpr SDL_Color BLUE = {0, 0, 220, 255};
+constexpr SDL_Color RED_CAR = {220, 0, 0, 255};
+constexpr SDL_Color BLUE_CAR = {0, 0, 220, 255};
 
 // The raster drawing of `track`, on a canvas of its own size.
 void draw_raster(Canvas const& canvas, Track const& track) {
@@ -32,13 +32,6 @@ PlayerView view_of(SDL_Rect viewport, SDL_Color body) {
     view.body_color = body;
     view.accent_color = body;
     return view;
-}
-
-CarState car_at(double x, double y) {
-    CarState car;
-    car.x = x;
-    car.y = y;
-    return car;
 }
 
 } // namespace
@@ -117,7 +110,7 @@ TEST_F(TrackView, SmallTrackIsCentredBetweenBarsWhileTheOtherAxisScrolls) {
     int w = 0;
     int h = 0;
     TextureHandle const texture = render_build_track_texture(canvas.renderer(), track, &w, &h);
-    PlayerView view = view_of({5, 0, 81, 60}, RED);
+    PlayerView view = view_of({5, 0, 81, 60}, RED_CAR);
     view.car_alpha = 0; // only the track
     PlayerView const other;
     view.cam_ready = true;
@@ -141,9 +134,9 @@ TEST_F(TrackView, DrawsWhoIsInTheViewInOrder) {
     PIXELS_PER_CELL = 10;
     Track const track = road(20, 10);
     Canvas canvas(200, 100);
-    PlayerView view = view_of({0, 0, 100, 100}, RED);
+    PlayerView view = view_of({0, 0, 100, 100}, RED_CAR);
     view.accent_color = {200, 200, 0, 255};
-    PlayerView other = view_of({100, 0, 100, 100}, BLUE);
+    PlayerView other = view_of({100, 0, 100, 100}, BLUE_CAR);
     CarState const own = car_at(2, 3);
     CarState const theirs = car_at(6, 3);
     CarState const ghost = car_at(2, 8);
@@ -155,11 +148,11 @@ TEST_F(TrackView, DrawsWhoIsInTheViewInOrder) {
     };
 
     draw(); // the car's position stands in for a camera that is not placed yet; no picture
-    EXPECT_EQ(canvas.at(10, 30).r, RED.r);
-    EXPECT_EQ(canvas.at(50, 30).b, BLUE.b);
+    EXPECT_EQ(canvas.at(10, 30).r, RED_CAR.r);
+    EXPECT_EQ(canvas.at(50, 30).b, BLUE_CAR.b);
     SDL_Color const faint = canvas.at(10, 80);
     EXPECT_GT(faint.r, ROAD.r);
-    EXPECT_LT(faint.r, RED.r) << "the ghost is half transparent";
+    EXPECT_LT(faint.r, RED_CAR.r) << "the ghost is half transparent";
     EXPECT_LT(canvas.at(22, 54).r, ROAD.r) << "the other car's marks show in this view, too";
     EXPECT_EQ(SDL_RenderIsClipEnabled(canvas.renderer()), SDL_FALSE);
 

@@ -1,3 +1,4 @@
+#include "render/colors.h"
 #include "screens/help_screen.h"
 #include "screens/help_shapes.h"
 #include "screens/keyboard_layout.h"
@@ -15,8 +16,6 @@ namespace {
 constexpr int W = 640;
 constexpr int H = 360;
 constexpr SDL_Rect ALL{0, 0, W, H};
-constexpr SDL_Color BLACK{0, 0, 0, 255};
-constexpr SDL_Color WHITE{255, 255, 255, 255};
 
 bool near(SDL_Color a, SDL_Color b, int tolerance = 2) {
     return std::abs(a.r - b.r) <= tolerance && std::abs(a.g - b.g) <= tolerance &&

@@ -3,6 +3,7 @@
 // Folders and files of a test's own. No test touches the user's records: the test program's main
 // moves the preference folder into a temporary place before anything asks for it.
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 
@@ -35,3 +36,4 @@ private:
 
 void write_file(std::filesystem::path const& path, std::string const& bytes);
 std::string read_file(std::filesystem::path const& path);
+std::size_t files_in(std::filesystem::path const& folder);

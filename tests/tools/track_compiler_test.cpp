@@ -82,7 +82,7 @@ TEST(TrackCompiler, LaysKerbsThatACarMayUse) {
 }
 
 // The letter of the grid that a pixel of the plain theme shows.
-char shown(SDL_Color pixel) {
+std::uint8_t shown(SDL_Color pixel) {
     bool const red = pixel.r > 100;
     if (red && pixel.g > 100) return 'r';
     if (red && pixel.b > 100) return 'w';

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double ANY = std::numeric_limits<double>::infinity();
 
-struct Wanted {
+struct WantedPicture {
     char const* file;
     int min_w;
     int min_h;
@@ -21,7 +21,7 @@ struct Wanted {
     bool transparent; // a cut-out: clear corners, and a solid share in the middle
 };
 
-constexpr std::array<Wanted, 6> WANTED{{
+constexpr std::array<WantedPicture, 6> WANTED_PICTURES{{
     {"art/red4.png", 200, 500, 0.4, 0.6, true},
     {"art/blue4.png", 200, 500, 0.4, 0.6, true},
     {"art/intro.png", 2560, 1440, 1.77, 1.78, false},
@@ -59,7 +59,7 @@ Cutout measure_cutout(SDL_Surface* surface) {
     return cutout;
 }
 
-void check_picture(Report& report, Wanted const& wanted) {
+void check_picture(Report& report, WantedPicture const& wanted) {
     SurfaceHandle const picture = load_picture(wanted.file);
     if (!picture) {
         report.add(false, wanted.file, SDL_GetError());
@@ -81,5 +81,5 @@ void check_picture(Report& report, Wanted const& wanted) {
 } // namespace
 
 void check_art(Report& report) {
-    for (Wanted const& wanted : WANTED) check_picture(report, wanted);
+    for (WantedPicture const& wanted : WANTED_PICTURES) check_picture(report, wanted);
 }

@@ -15,7 +15,7 @@ namespace {
 constexpr int RATE = 22050; // Hz: what the files are made at, so that nothing is resampled
 
 // Lengths in seconds; levels are RMS over the whole file, of 32767.
-struct Wanted {
+struct WantedSound {
     char const* file;
     double min_s;
     double max_s;
@@ -24,7 +24,7 @@ struct Wanted {
 };
 
 // Music lies under engines of 1000 to 1700 at 0.3 of its level; the pieces are alike in loudness.
-constexpr std::array<Wanted, 11> WANTED{{
+constexpr std::array<WantedSound, 11> WANTED_SOUNDS{{
     {"music/Gallop Over Pine Hills -- game 1.mp3", 90, 300, 2200, 4500},
     {"music/Gallop Over Pine Hills -- game 2.mp3", 90, 300, 2200, 4500},
     {"music/Booting GEM Dreams.mp3", 90, 300, 2200, 4500},
@@ -60,7 +60,7 @@ Level measure(std::vector<std::int16_t> const& samples) {
 } // namespace
 
 void check_audio(Report& report) {
-    for (Wanted const& wanted : WANTED) {
+    for (WantedSound const& wanted : WANTED_SOUNDS) {
         Level const level = measure(decode_mp3_mono(wanted.file, RATE));
         bool const good = level.seconds >= wanted.min_s && level.seconds <= wanted.max_s &&
                           level.rms >= wanted.min_rms && level.rms <= wanted.max_rms &&

@@ -8,12 +8,12 @@
 
 namespace {
 
-struct Wanted {
+struct WantedFont {
     char const* file;
     bool menu_marks; // the menu's rows also write the arrow and the dash
 };
 
-constexpr std::array<Wanted, 7> WANTED{{
+constexpr std::array<WantedFont, 7> WANTED_FONTS{{
     {"art/fonts/Montserrat-Black.otf", false},
     {"art/fonts/LiberationMono-Bold.ttf", false},
     {"art/fonts/RocketBrush-DYwyW.otf", false},
@@ -39,7 +39,7 @@ int missing_glyphs(TTF_Font* font, bool menu_marks) {
 } // namespace
 
 void check_fonts(Report& report) {
-    for (Wanted const& wanted : WANTED) {
+    for (WantedFont const& wanted : WANTED_FONTS) {
         FontHandle const font(TTF_OpenFont(wanted.file, 20));
         if (!font) {
             report.add(false, wanted.file, TTF_GetError());

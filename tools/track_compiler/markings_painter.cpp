@@ -35,14 +35,14 @@ void paint_skid(PaintSource const& source, Picture const& picture, std::size_t f
                 std::uint32_t number) {
     constexpr double HALF_TRACK = 5.0; // cells between a car's middle and its wheels
     constexpr double DAB = 1.3;        // cells, half the width of a tyre's mark
-    constexpr double STEP = 0.7;       // cells between dabs
+    constexpr double SPACING = 0.7;    // cells between dabs
     double const begin = source.line.samples[first].along;
     double const reach = 50.0 + 130.0 * chance(number, 1, 5);
     double const beside = 18.0 * (chance(number, 2, 5) - 0.5);
     double const drift = 26.0 * (chance(number, 3, 5) - 0.5);
     double const dark = 0.06 + 0.10 * chance(number, 4, 5);
     Colour const rubber = shade(source.theme.road_worn, 0.62);
-    for (double gone = 0.0; gone < reach; gone += STEP) {
+    for (double gone = 0.0; gone < reach; gone += SPACING) {
         std::size_t const at = source.line.index_at(begin + gone);
         RoadSample const& here = source.line.samples[at];
         Point const ahead = direction(here.heading);

@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr std::size_t COLOURS = 256;
+constexpr std::size_t PALETTE_SIZE = 256;
 constexpr unsigned BIN_BITS = 5; // of the histogram, a channel
 constexpr unsigned KEY_BITS = 6; // of the search's memory, a channel
 constexpr int SETTLING_ROUNDS = 4;
@@ -113,7 +113,7 @@ std::size_t part(Box const& box) {
 
 std::vector<Rgb> cut(std::span<Bin> bins) {
     std::vector<Box> boxes = {make_box(bins)};
-    while (boxes.size() < COLOURS) {
+    while (boxes.size() < PALETTE_SIZE) {
         auto const worst =
             std::max_element(boxes.begin(), boxes.end(),
                              [](Box const& a, Box const& b) { return a.error < b.error; });
@@ -205,7 +205,7 @@ void dither_row(std::span<std::uint32_t const> pixels, std::uint8_t* out,
 }
 
 void set_palette(SDL_Surface* picture, std::span<Rgb const> palette) {
-    std::array<SDL_Color, COLOURS> colours{};
+    std::array<SDL_Color, PALETTE_SIZE> colours{};
     std::transform(palette.begin(), palette.end(), colours.begin(), [](Rgb const& colour) {
         return SDL_Color{static_cast<std::uint8_t>(colour[0]), static_cast<std::uint8_t>(colour[1]),
                          static_cast<std::uint8_t>(colour[2]), 255};
