@@ -1,7 +1,7 @@
 #include "world/arcade_bump.h"
 
 #include "audio/audio.h"
-#include "world/geometry.h"
+#include "world/car_physics.h"
 
 #include <algorithm>
 #include <array>
@@ -46,9 +46,6 @@ double reach_along(Vec2 axis, Axes const& axes, Box const& box) {
 
 Vec2 position(CarState const& car) {
     return {car.x, car.y};
-}
-Vec2 velocity_of(CarState const& car) {
-    return car.speed * direction(car.travel_dir);
 }
 
 struct Contact {

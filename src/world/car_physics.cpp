@@ -1,7 +1,5 @@
 #include "world/car_physics.h"
 
-#include "world/geometry.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -55,10 +53,6 @@ double grip_turn(double throttle) {
     double const size = std::abs(throttle);
     double const sign = throttle < 0.0 ? -1.0 : 1.0;
     return SIM_TURN * size * (1.0 / (3.0 * size + 0.1)) * sign;
-}
-
-Vec2 velocity_of(CarState const& car) {
-    return car.speed * direction(car.travel_dir);
 }
 
 // Full grip keeps nothing of the old velocity, which is then not worked out at all: a sixth of the

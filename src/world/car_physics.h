@@ -4,6 +4,7 @@
 // velocity is the nose direction times the throttle; in skid mode it mostly keeps its own course.
 
 #include "world/car_state.h"
+#include "world/geometry.h"
 
 // What the ground under a car does to it.
 struct SurfaceEffect {
@@ -22,6 +23,11 @@ extern double SIM_TURN_SK;   // factor on SIM_TURN while skidding
 extern double SIM_SIDE_GRIP; // share of the sideways velocity that a skid loses per tick
 extern double SIM_RW_RESIST; // resist of the red and white kerb cells
 extern double SIM_SPEED;     // ticks per 10 ms step, used as a whole number of at least 1
+
+// Cells per tick.
+inline Vec2 velocity_of(CarState const& car) {
+    return car.speed * direction(car.travel_dir);
+}
 
 // Advances `car` by one tick. Touches nothing but its arguments and reads the tuning above.
 void physics_step_cartest(CarState& car, Input const& input, SurfaceEffect const& surface);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr double MARGIN = 6.0; // cells beside a lane in which it is known
+constexpr double LANE_MARGIN = 6.0; // cells beside a lane in which it is known
 
 // The same way with its corners cut off, but with its own ends.
 std::vector<Point> smoothed(std::vector<Point> way) {
@@ -62,7 +62,7 @@ LaneField measure_lanes(Course const& course, int width, int height) {
         std::vector<Point> const way = smoothed(lane.way);
         double along = 0.0;
         for (std::size_t i = 0; i + 1 < way.size(); i++) {
-            measure_leg({way[i], way[i + 1], along}, lane.width / 2.0 + MARGIN, number, field);
+            measure_leg({way[i], way[i + 1], along}, lane.width / 2.0 + LANE_MARGIN, number, field);
             along += distance(way[i], way[i + 1]);
         }
         number++;
