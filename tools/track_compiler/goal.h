@@ -9,9 +9,9 @@
 // Where the line lies and which way the cars cross it.
 struct Goal {
     Point middle;
-    Point ahead;      // direction of travel
-    Point side;       // to the right of it
-    double half_span; // from the middle of the line to either end
+    Point ahead;            // direction of travel
+    Point side;             // to the right of it
+    double half_span = 0.0; // from the middle of the line to either end
 };
 
 inline Goal goal_of(Track const& track) {
@@ -23,8 +23,8 @@ inline Goal goal_of(Track const& track) {
 
 struct Bar {
     Point middle;
-    double half_length; // across the road
-    double half_width;  // along it
+    double half_length = 0.0; // across the road
+    double half_width = 0.0;  // along it
 };
 
 // A straight thing across the road, coloured by its own coordinates: across, along.
