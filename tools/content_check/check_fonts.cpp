@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -23,9 +24,15 @@ constexpr std::array<WantedFont, 7> WANTED_FONTS{{
     {"art/fonts/Montserrat-SemiBold.otf", false},
 }};
 
+// Letters that players' names bring along.
+constexpr std::u16string_view NAME_LETTERS = u"éèñøüßåçÄÖÉ";
+
 int missing_glyphs(TTF_Font* font, bool menu_marks) {
     int missing = 0;
     for (std::uint16_t letter = ' '; letter <= '~'; ++letter) {
+        missing += TTF_GlyphIsProvided(font, letter) == 0 ? 1 : 0;
+    }
+    for (std::uint16_t const letter : NAME_LETTERS) {
         missing += TTF_GlyphIsProvided(font, letter) == 0 ? 1 : 0;
     }
     if (menu_marks) {
@@ -47,7 +54,9 @@ void check_fonts(Report& report) {
         }
         int const missing = missing_glyphs(font.get(), wanted.menu_marks);
         char const* family = TTF_FontFaceFamilyName(font.get());
-        report.add(missing == 0, wanted.file,
+        // A face with a huge line height would push the menu's rows apart.
+        bool const low = TTF_FontHeight(font.get()) <= 31;
+        report.add(missing == 0 && low, wanted.file,
                    std::string(family != nullptr ? family : "?") + ", " + std::to_string(missing) +
                        " glyphs missing");
     }
