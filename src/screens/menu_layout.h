@@ -25,6 +25,10 @@ constexpr float START_Y = 0.47F;
 constexpr float START_HEIGHT = 0.08F;
 constexpr float THUMBS_Y = 0.77F;
 
+// The row has at most this many thumbnails, and so many rectangles glide when the extra one is
+// exchanged.
+constexpr int ROW_SLOTS = 5;
+
 // The largest 16:9 rectangle centred in W x H.
 SDL_Rect menu_view(int W, int H);
 int place_x(SDL_Rect const& view, float share);

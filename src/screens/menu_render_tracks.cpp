@@ -33,7 +33,7 @@ std::vector<SDL_Rect> drawn_rects(TrackRow const& row, SDL_Rect const& view, Row
         if (state == RowState::ENTERING) rects.push_back(wider.back());
     }
     if (row.swap_t > 0.0F && row.from_rects != nullptr) {
-        std::size_t const count = std::min<std::size_t>(rects.size(), 5);
+        std::size_t const count = std::min<std::size_t>(rects.size(), ROW_SLOTS);
         for (std::size_t i = 0; i < count; ++i)
             glide(rects[i], row.from_rects[i], rects[i], row.swap_t);
     }

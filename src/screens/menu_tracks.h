@@ -13,10 +13,6 @@
 #include <map>
 #include <vector>
 
-// The row has at most this many thumbnails, and so many rectangles glide when the extra one is
-// exchanged.
-constexpr int ROW_SLOTS = 5;
-
 // Ticks are SDL_GetTicks milliseconds, 0 for none.
 struct MenuTracks {
     std::vector<TrackThumb> thumbs; // the row, by slot
