@@ -24,7 +24,7 @@ struct Broken {
 };
 
 TEST(CourseParser, TellsLineAndCauseOfEveryBadStatement) {
-    constexpr std::array<Broken, 15> CASES{{
+    constexpr std::array<Broken, 19> CASES{{
         {"width  60", "width  sixty", 4, "\"sixty\" is not a number"},
         {"width  60", "width  600", 4, "between 40 and 240"},
         {"width  60", "width", 4, "the width is missing"},
@@ -40,6 +40,10 @@ TEST(CourseParser, TellsLineAndCauseOfEveryBadStatement) {
         {"width 80", "wide 80", 11, "\"wide\" is none of"},
         {"pine   400 250 30", "scatter house 3 2 5", 13, "no kind of round thing"},
         {"pine   400 250 30", "area lava 1 1 2 2 3 1", 13, "no kind of ground"},
+        {"pine   400 250 30", "lane canal 12 1 1 2 2", 13, "no kind of lane"},
+        {"pine   400 250 30", "lane rails 12 1 1", 13, "at least two points"},
+        {"pine   400 250 30", "row house 20 10 1 1 2 2", 13, "no kind of round thing"},
+        {"pine   400 250 30", "row tree 20 10 1 1 2", 13, "the point's y is missing"},
     }};
     for (Broken const& broken : CASES) {
         SCOPED_TRACE(broken.with);

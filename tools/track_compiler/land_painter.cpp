@@ -81,15 +81,15 @@ Colour area_colour(Theme const& theme, GroundArea const& area, Point at) {
 
 // Flowers stand in drifts, each in a square of its own.
 Colour with_flowers(Theme const& theme, Tones const& tones, Point at, Colour colour) {
-    constexpr double SQUARE = 4.0; // cells
+    constexpr double SQUARE = 3.4; // cells
     if (tones.drift <= 0.0F) return colour;
     Point const square{whole(at.x / SQUARE), whole(at.y / SQUARE)};
     auto const draw = [&](std::uint32_t what) {
         return chance(static_cast<std::uint32_t>(square.x + 4096.0),
                       static_cast<std::uint32_t>(square.y + 4096.0), what);
     };
-    if (draw(21) > 0.55 * theme.flowers * static_cast<double>(tones.drift)) return colour;
-    Point const head = SQUARE * (square + Point{0.25 + 0.5 * draw(22), 0.25 + 0.5 * draw(23)});
+    if (draw(21) > 0.34 * theme.flowers * static_cast<double>(tones.drift)) return colour;
+    Point const head = SQUARE * (square + Point{0.12 + 0.76 * draw(22), 0.12 + 0.76 * draw(23)});
     Colour const petals = clouds().at(at, 300.0) > 0.5 ? theme.bloom : mix(theme.bloom, WHITE, 0.8);
     return mix(colour, petals, 0.9 * coverage(distance(at, head) - 0.4 - 0.5 * draw(24)));
 }
