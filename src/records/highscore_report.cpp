@@ -42,6 +42,9 @@ constexpr double REGULAR_WIDTH = 0.5;
 struct TrackFiles {
     std::string trk;
     std::string png;
+
+    // By slot, as ::discover_tracks finds the tracks.
+    static std::array<TrackFiles, 10> discover_tracks();
 };
 
 // One track of the report.
@@ -54,8 +57,7 @@ struct Card {
     int image_obj = 0; // its object number, 0 while it has none
 };
 
-// As ::discover_tracks, with the pictures beside the tracks.
-std::array<TrackFiles, 10> discover_tracks() {
+std::array<TrackFiles, 10> TrackFiles::discover_tracks() {
     std::array<TrackFiles, 10> slots;
     std::array<std::string, 10> const tracks = ::discover_tracks();
     for (std::size_t slot = 1; slot < slots.size(); ++slot) {
@@ -107,7 +109,7 @@ void add_miniature(Card& card, TrackFiles const& files, std::string const& trace
 }
 
 std::vector<Card> make_cards(std::map<int, BestEntry> const& entries) {
-    std::array<TrackFiles, 10> const tracks = discover_tracks();
+    std::array<TrackFiles, 10> const tracks = TrackFiles::discover_tracks();
     std::vector<Card> cards;
     for (auto const& [slot, entry] : entries) {
         if (slot < 1 || slot > 9) continue;
