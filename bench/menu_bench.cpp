@@ -9,7 +9,9 @@
 #include <SDL_image.h>
 #include <benchmark/benchmark.h>
 
+#include <array>
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -22,6 +24,26 @@ using Clock = std::chrono::steady_clock;
 
 double seconds_since(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// Of the size and kind of our own: palette pixels with the noise of grass and gravel.
+void save_track_picture(char const* path) {
+    SurfaceHandle const picture(
+        SDL_CreateRGBSurfaceWithFormat(0, 4800, 3200, 8, SDL_PIXELFORMAT_INDEX8));
+    std::array<SDL_Color, 256> colors{};
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        auto const shade = static_cast<std::uint8_t>(i);
+        colors[i] = {shade, static_cast<std::uint8_t>(255 - i), 60, 255};
+    }
+    SDL_SetPaletteColors(picture->format->palette, colors.data(), 0, 256);
+    std::uint32_t noise = 1;
+    auto* pixels = static_cast<std::uint8_t*>(picture->pixels);
+    for (std::ptrdiff_t i = 0; i < std::ptrdiff_t{picture->h} * picture->pitch; ++i) {
+        noise = noise * 1664525U + 1013904223U;
+        pixels[i] =
+            static_cast<std::uint8_t>(100 + (noise >> 30U)); // packs about as ours do
+    }
+    IMG_SavePNG(picture.get(), path);
 }
 
 // A window without vsync, and a working folder with one large track picture.
@@ -37,10 +59,7 @@ struct Stage {
             fs::copy_file("/usr/share/fonts/truetype/liberation/LiberationMono-Bold.ttf",
                           fs::path("art/fonts") / font, fs::copy_options::overwrite_existing);
         std::ofstream("tracks/1_bench.trk") << "1 1\n*\n";
-        SurfaceHandle const picture(
-            SDL_CreateRGBSurfaceWithFormat(0, 2800, 1900, 32, SDL_PIXELFORMAT_ABGR8888));
-        SDL_FillRect(picture.get(), nullptr, 0xFF40A060);
-        IMG_SavePNG(picture.get(), "tracks/1_bench.png");
+        save_track_picture("tracks/1_bench.png");
         window = SDL_CreateWindow("menu bench", 0, 0, 1280, 720, 0);
         renderer = SDL_CreateRenderer(window, -1, 0);
         SDL_RenderSetLogicalSize(renderer, 1280, 720);
