@@ -56,6 +56,11 @@ CellColors cell_colors(std::uint32_t format) {
 void paint_row(Track const& track, int row, CellColors const& colors, std::uint32_t* pixels) {
     std::uint8_t const* cells = &track.cells[track.index(0, row)];
     std::uint32_t* end = pixels;
+    if (PIXELS_PER_CELL == 1) { // large tracks, for which it counts
+        std::transform(cells, cells + track.width, pixels,
+                       [&colors](std::uint8_t cell) { return colors[cell]; });
+        return;
+    }
     for (int column = 0; column < track.width; ++column) {
         end = std::fill_n(end, PIXELS_PER_CELL, colors[cells[column]]);
     }
