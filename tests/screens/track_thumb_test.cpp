@@ -7,7 +7,10 @@
 #include <SDL_image.h>
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 namespace {
 
@@ -17,6 +20,13 @@ constexpr SDL_Color CLEAR{0, 0, 0, 0};
 
 void save_picture(fs::path const& path, int w, int h, SDL_Color fill) {
     ASSERT_EQ(IMG_SavePNG(make_surface(w, h, fill).get(), path.c_str()), 0);
+}
+
+// The most memory that this process has held at any time so far.
+long peak_memory_kb() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
 }
 
 // A game folder of its own as the working directory.
@@ -75,6 +85,16 @@ TEST_F(Thumbs, AreMadeAnewWhenTheCacheIsStaleBrokenOrOfAnotherHeight) {
     write_file(".cache/thumbs/1_a.png", "no picture");
     ASSERT_TRUE(load(30));
     EXPECT_EQ(cached_height(), 30);
+    // A head that claims 9,000 x 9,000 pixels: 324 MB if they were decoded.
+    std::string const huge =
+        "\211PNG\r\n\032\n"
+        "\000\000\000\015IHDR\000\000\043\050\000\000\043\050\010\006\000\000\000\155\325\162\272"
+        "\000\000\000\014IDAT\170\234\143\140\240\075\000\000\000\144\000\001\206\144\074\065"s;
+    write_file(".cache/thumbs/1_a.png", huge);
+    long const before = peak_memory_kb();
+    ASSERT_TRUE(load(30));
+    EXPECT_EQ(cached_height(), 30);
+    EXPECT_LT(peak_memory_kb() - before, 100'000);
 }
 
 TEST_F(Thumbs, AreNeverEnlargedAndNeedNoCache) {
