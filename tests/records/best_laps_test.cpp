@@ -1,15 +1,13 @@
 #include "records/best_laps.h"
+#include "records/printed.h"
 #include "support/files.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <filesystem>
-#include <random>
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
+using namespace std::string_literals;
 using testing::internal::CaptureStderr;
 using testing::internal::GetCapturedStderr;
 
@@ -34,11 +32,6 @@ BestLapTable load(std::string const& text) {
 
 } // namespace
 
-TEST_F(BestLaps, StandInThePreferenceFolder) {
-    EXPECT_EQ(fs::path(table_path()).parent_path().filename(), "BrindleRun");
-    EXPECT_TRUE(fs::is_directory(fs::path(table_path()).parent_path()));
-}
-
 TEST_F(BestLaps, RanksPersonalBestsAndLapRecords) {
     BestLapTable none;
     EXPECT_FALSE(load_best_lap_table(none));
@@ -61,8 +54,7 @@ TEST_F(BestLaps, RanksPersonalBestsAndLapRecords) {
     EXPECT_EQ(record_best_lap("Gadget", 1, 40.981, "g"), 2);
     EXPECT_EQ(best_lap_trace("Gadget", 1), "g");
     EXPECT_EQ(record_best_lap("gadget", 1, 40.981, ""), 1) << "case makes another player";
-    EXPECT_EQ(best_lap_trace("Gadget", 2), "");
-    EXPECT_EQ(best_lap_trace("Nobody", 1), "");
+    EXPECT_EQ(best_lap_trace("Gadget", 2) + best_lap_trace("Nobody", 1), "");
 }
 
 TEST_F(BestLaps, TellTheHolderOfEverySlot) {
@@ -71,11 +63,10 @@ TEST_F(BestLaps, TellTheHolderOfEverySlot) {
     EXPECT_TRUE(best.empty());
     write_file(table_path(), "[B]\n1: 30\n2: 20.5\n[A]\n1: 30\n2: 21\n[C]\n3: inf\n1: 30.001\n");
     EXPECT_TRUE(load_best_laps(best));
-    ASSERT_EQ(best.size(), 3U);
-    EXPECT_EQ(best[1].holder, "A");
-    EXPECT_EQ(best[2].holder, "B");
-    EXPECT_EQ(best[2].seconds, 20.5);
-    EXPECT_EQ(best[3].holder, "C");
+    std::string holders;
+    for (auto const& [slot, lap] : best)
+        holders += printed("%d %s %g, ", slot, lap.holder.c_str(), lap.seconds);
+    EXPECT_EQ(holders, "1 A 30, 2 B 20.5, 3 C inf, ");
 }
 
 TEST_F(BestLaps, KeepWhatCanBeReadOfAFileEditedByHand) {
@@ -99,71 +90,30 @@ TEST_F(BestLaps, KeepWhatCanBeReadOfAFileEditedByHand) {
                                     "[Nobody]\n"
                                     "[No end\n"
                                     "1: 8");
-    std::vector<std::string> names;
-    for (auto const& [name, entries] : table) names.push_back(name);
-    EXPECT_THAT(names, ElementsAre(" Ann Lee ", "Bo", "No end\n"));
-    auto const& ann = table.at(" Ann Lee ");
-    std::vector<int> slots;
-    for (auto const& [slot, entry] : ann) slots.push_back(slot);
-    EXPECT_THAT(slots, ElementsAre(-3, 4, 5, 7));
-    EXPECT_EQ(ann.at(4).seconds, 50.5);
-    EXPECT_EQ(ann.at(4).trace_file, "ann.trace");
-    EXPECT_EQ(ann.at(5).seconds, 12.25);
-    EXPECT_EQ(table.at("No end\n").at(1).seconds, 8.0);
-
+    // Written again, what was read shows byte for byte.
     ASSERT_TRUE(save_best_lap_table(table));
-    BestLapTable again;
-    ASSERT_TRUE(load_best_lap_table(again));
-    EXPECT_EQ(again.at("No end\n").at(1).seconds, 8.0);
-    EXPECT_EQ(again.size(), 3U);
+    EXPECT_EQ(read_file(table_path()),
+              "[ Ann Lee ]\n-3: -2.000\n4: 50.500 ann.trace\n5: 12.250\n7: 70.000\n\n"
+              "[Bo]\n1: 9.000\n\n[No end\n]\n1: 8.000\n");
 }
 
-TEST_F(BestLaps, CutWhatIsLongerThanAnyNameTyped) {
-    std::string const name(200, 'n');
-    std::string const trace(200, 't');
-    BestLapTable const table = load("[" + name + "]\n1: 5 " + trace + "\n");
-    ASSERT_TRUE(table.contains(std::string(127, 'n')));
-    EXPECT_EQ(table.begin()->second.at(1).trace_file, std::string(159, 't'));
-
-    // A line of more than 255 bytes is read as several; the second here is an entry of its own.
-    std::string const padding(255 - std::string("1: 5 t").size(), ' ');
-    BestLapTable const cut = load("[A]\n1: 5 t" + padding + "2: 6 u\n");
-    EXPECT_EQ(cut.at("A").at(1).trace_file, "t");
-    EXPECT_EQ(cut.at("A").at(2).trace_file, "u");
-}
-
-TEST_F(BestLaps, SurviveNamesAndTimesThatTheFileCannotHold) {
+TEST_F(BestLaps, SurviveWhatTheFileCannotHold) {
     EXPECT_EQ(record_best_lap("Pixie", 1, 40.0, "p"), 2);
-    EXPECT_EQ(record_best_lap("a]b", 1, 50.0, ""), 1);
-    EXPECT_EQ(record_best_lap("c\nd", 1, 51.0, ""), 1);
-    EXPECT_EQ(record_best_lap(std::string(300, 'x'), 1, 52.0, ""), 1);
+    for (std::string const& name : {"a]b"s, "c\nd"s, std::string(300, 'x')}) {
+        EXPECT_EQ(record_best_lap(name, 1, 50.0, std::string(200, 't')), 1);
+    }
     EXPECT_EQ(record_best_lap("Huge", 2, 1e308, "h"), 2);
     BestLapTable table;
     ASSERT_TRUE(load_best_lap_table(table));
-    EXPECT_EQ(table.at("Pixie").at(1).seconds, 40.0);
-    EXPECT_EQ(table.at("a").at(1).seconds, 50.0);
-    EXPECT_EQ(table.at("c\n").at(1).seconds, 51.0);
-    EXPECT_EQ(table.at(std::string(127, 'x')).at(1).seconds, 52.0);
-    EXPECT_EQ(best_lap_trace("Pixie", 1), "p");
-}
-
-TEST_F(BestLaps, TakeNoHarmFromNoise) {
-    std::mt19937 random(20);
-    std::string const useful = "[]0123456789: .\n\t-+einfxp";
-    for (int round = 0; round < 200; ++round) {
-        std::string noise;
-        while (noise.size() < 2000) {
-            bool const any = random() % 8 == 0; // NULs among them
-            noise += any ? static_cast<char>(random()) : useful[random() % useful.size()];
-        }
-        BestLapTable const table = load("[Old]\n1: 60.5 o\n\n" + noise + "\n[Old]\n1: 60.5 o\n");
-        EXPECT_EQ(table.at("Old").at(1).seconds, 60.5);
-        EXPECT_GE(record_best_lap("Old", 1, 60.0, "n"), 1);
-        EXPECT_EQ(best_lap_trace("Old", 1), "n");
-        std::map<int, BestLap> best;
-        EXPECT_TRUE(load_best_laps(best));
-        for (auto const& [slot, lap] : best) EXPECT_FALSE(std::isnan(lap.seconds));
+    EXPECT_EQ(table.at("Pixie").at(1).trace_file, "p");
+    for (std::string const& name : {"a"s, "c\n"s, std::string(127, 'x')}) {
+        EXPECT_EQ(table.at(name).at(1).seconds, 50.0);
     }
+    EXPECT_EQ(table.at("a").at(1).trace_file, std::string(159, 't'));
+    // A line of more than 255 bytes is read as several; the second here is an entry of its own.
+    BestLapTable const cut = load("[A]\n1: 5 t" + std::string(249, ' ') + "2: 6 u\n");
+    EXPECT_EQ(cut.at("A").at(1).trace_file, "t");
+    EXPECT_EQ(cut.at("A").at(2).trace_file, "u");
 }
 
 TEST_F(BestLaps, SayWhenTheyCannotBeWritten) {

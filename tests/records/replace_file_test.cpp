@@ -3,15 +3,15 @@
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
 #include "records/replace_file.h"
+#include "support/child.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <random>
 #include <sched.h>
 #include <sys/mount.h>
@@ -25,15 +25,6 @@ namespace {
 
 constexpr int CANNOT_TRY = 77;
 constexpr std::size_t LAP_FRAMES = 20'000;
-
-// The status with which a child ends that runs `work`; a fault of its own in the child is fatal.
-int status_of_child(std::function<int()> const& work) {
-    pid_t const child = fork();
-    if (child == 0) _exit(work());
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
 
 // A lap whose every frame carries `mark`, so that a mixture of two laps shows.
 std::vector<CarState> marked_lap(double mark) {
@@ -136,32 +127,28 @@ TEST_F(ReplaceFile, KeepsOldRecordsWhenKilledAtAnyInstant) {
         expect_whole_table();
         expect_whole_ghost(ghost);
         if (HasFatalFailure()) FAIL() << "in round " << round;
-        if (round % 20 == 19) {
-            for (auto const& entry : fs::directory_iterator(folder)) {
-                if (entry.path().extension() == ".new") fs::remove(entry);
-            }
-        }
+        if (round % 20 == 19) empty_folder();
     }
 }
 
 TEST_F(ReplaceFile, KeepsOldRecordsOnAFullDisk) {
-    int const status = status_of_child([this] {
-        if (!mount_small_disk(folder)) return CANNOT_TRY;
-        return lay_down_old_records(folder) ? try_without_room(folder) : 6;
+    ChildResult const child = run_child([this] {
+        if (!mount_small_disk(folder)) std::_Exit(CANNOT_TRY);
+        std::_Exit(lay_down_old_records(folder) ? try_without_room(folder) : 6);
     });
-    if (status == CANNOT_TRY) GTEST_SKIP() << "needs the right to mount";
-    EXPECT_EQ(status, 0);
+    if (child.status == CANNOT_TRY) GTEST_SKIP() << "needs the right to mount";
+    EXPECT_EQ(child.status, 0);
 }
 
 TEST_F(ReplaceFile, KeepsOldRecordsWhenFilesMayNotGrow) {
     ASSERT_TRUE(lay_down_old_records(folder));
-    int const status = status_of_child([this] {
+    ChildResult const child = run_child([this] {
         std::signal(SIGXFSZ, SIG_IGN);
         rlimit const limit{4096, 4096};
         setrlimit(RLIMIT_FSIZE, &limit);
-        return try_without_room(folder);
+        std::_Exit(try_without_room(folder));
     });
-    EXPECT_EQ(status, 0);
+    EXPECT_EQ(child.status, 0);
 }
 
 TEST_F(ReplaceFile, KeepsLinksAndPermissionsAndLeavesDevicesAlone) {
