@@ -4,8 +4,6 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -46,18 +44,4 @@ TEST(Fonts, OpenAtPhysicalSizeWithAFloor) {
     fonts.close();
     EXPECT_EQ(fonts.hud_label, nullptr);
     EXPECT_EQ(fonts.winner, nullptr);
-}
-
-TEST(FontsDeathTest, AMissingFontStopsTheProgram) {
-    TempDir const dir;
-    provide_fonts(dir.path());
-    fs::remove(dir.path() / "art" / "fonts" / "RocketBrush-DYwyW.otf");
-    WorkingDir const here(dir.path());
-    auto const open = [] {
-        TTF_Init();
-        Fonts fonts;
-        fonts.open_all(1.0);
-    };
-    EXPECT_EXIT(open(), testing::ExitedWithCode(EXIT_FAILURE),
-                "FATAL: cannot open font art/fonts/RocketBrush-DYwyW.otf: .+");
 }
