@@ -58,16 +58,6 @@ TEST_F(Headless, RacesAreTheSameBitForBitInEveryBuild) {
     EXPECT_EQ(rough, 3106986779061063965ULL);
 }
 
-TEST_F(Headless, ARaceEndsWhenBothHaveFinished) {
-    HeadlessRace race;
-    headless_start(race, make_default_track(), {.flying_start = false, .laps = 3});
-    headless_run(race, 600.0);
-    EXPECT_LT(race.sim.sim_time_ms, 30000U);
-    EXPECT_NE(race.sim.winner, 0);
-    EXPECT_EQ(race.log[race.sim.winner == 1 ? 0 : 1].lap_ms.size(), 3U);
-    EXPECT_TRUE(race.sim.p1.view.finished_ms != 0 && race.sim.p2.view.finished_ms != 0);
-}
-
 TEST_F(Headless, TicksAllocateNothingButTheirRecording) {
     HeadlessRace race;
     headless_start(race, make_default_track(), {});
