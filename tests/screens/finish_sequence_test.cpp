@@ -70,10 +70,10 @@ TEST(FinishSequence, game_over_fades_a_playing_fanfare_in_400_ms) {
     run.game_over(9300); // too late to change anything
     run.update(9100);
     EXPECT_FLOAT_EQ(run.volume(FANFARE), 0.75F);
-    run.update(9400);
-    EXPECT_EQ(run.volume(FANFARE), 0.0F);
-    run.update(9900);
-    EXPECT_EQ(run.volume(FANFARE), 0.0F);
+    for (unsigned const ms : {9400U, 9900U}) {
+        run.update(ms);
+        EXPECT_EQ(run.volume(FANFARE), 0.0F);
+    }
     EXPECT_EQ(run.plays(FANFARE), 1U);
 }
 
@@ -90,19 +90,6 @@ TEST(FinishSequence, early_game_over_keeps_chime_and_crowd_but_never_lets_the_fa
     EXPECT_NEAR(run.volume(CROWD), 0.2F, 1e-6F);
 }
 
-TEST(FinishSequence, game_over_needs_a_running_sequence_and_a_tick_that_is_not_zero) {
-    Audio audio;
-    FinishSeq seq;
-    finish_seq_game_over(seq, 5, 400);
-    EXPECT_EQ(seq.game_over_at, 0U);
-    finish_seq_start(seq, 0);
-    finish_seq_game_over(seq, 0, 0);
-    EXPECT_EQ(seq.game_over_at, 1U);
-    audio.sfx_volume[FANFARE] = 1.0F;
-    finish_seq_update(seq, audio, 1);
-    EXPECT_EQ(audio.sfx_volume[FANFARE], 0.0F) << "a fade of no length is over at once";
-}
-
 TEST(FinishSequence, stop_silences_at_once_and_a_new_start_begins_afresh) {
     Timeline run;
     run.update(7000);
@@ -116,51 +103,23 @@ TEST(FinishSequence, stop_silences_at_once_and_a_new_start_begins_afresh) {
     EXPECT_EQ(run.plays(CROWD), 1U);
 }
 
-class FinishScreen : public testing::Test {
-protected:
-    void SetUp() override {
-        SDL_InitSubSystem(SDL_INIT_VIDEO);
-        SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
-    }
-    void TearDown() override { SDL_QuitSubSystem(SDL_INIT_VIDEO); }
-    bool run() { return run_finish_sequence(nullptr, canvas_.renderer(), audio_); }
-
-    TempDir folder_;
-    WorkingDir inside_{folder_.path()};
-    Canvas canvas_{64, 36};
-    Audio audio_;
-};
-
-void push_key(SDL_Scancode key) {
-    SDL_Event event{};
-    event.type = SDL_KEYDOWN;
-    event.key.keysym.scancode = key;
-    SDL_PushEvent(&event);
-}
-
-TEST_F(FinishScreen, is_left_by_escape_or_a_quit) {
-    push_key(SDL_SCANCODE_SPACE);
-    push_key(SDL_SCANCODE_ESCAPE);
-    EXPECT_TRUE(run());
-    SDL_Event quit{};
-    quit.type = SDL_QUIT;
-    SDL_PushEvent(&quit);
-    EXPECT_FALSE(run());
-}
-
-TEST_F(FinishScreen, lasts_until_the_fanfare_has_rung_out) {
-    std::filesystem::create_directory(folder_.path() / "sounds");
+TEST(FinishScreen, lasts_until_the_fanfare_has_rung_out) {
+    TempDir const folder;
+    WorkingDir const inside(folder.path());
+    std::filesystem::create_directory("sounds");
     write_mp3("sounds/brightfold-exhilarating-electro-153282.mp3", sine(440, 0.5, 8000, 22050),
               22050);
-    canvas_.clear({200, 0, 0, 255});
+    Canvas canvas(64, 36);
+    canvas.clear({200, 0, 0, 255});
+    Audio audio;
     Uint32 const start = SDL_GetTicks();
-    EXPECT_TRUE(run());
+    EXPECT_TRUE(run_finish_sequence(nullptr, canvas.renderer(), audio));
     Uint32 const shown_ms = SDL_GetTicks() - start;
     EXPECT_GE(shown_ms, 7799U);
     EXPECT_LT(shown_ms, 9000U);
     for (std::size_t const slot : {CHIME, CROWD, FANFARE})
-        EXPECT_EQ(audio_.sfx_requests[slot].count(), 1U) << slot;
-    EXPECT_EQ(canvas_.count({0, 0, 64, 36}, {0, 0, 0, 255}), 64 * 36);
+        EXPECT_EQ(audio.sfx_requests[slot].count(), 1U) << slot;
+    EXPECT_EQ(canvas.count({0, 0, 64, 36}, {0, 0, 0, 255}), 64 * 36);
 }
 
 } // namespace
