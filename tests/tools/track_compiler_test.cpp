@@ -121,4 +121,20 @@ TEST(TrackCompiler, PaintsTheRoadThatTheGridHas) {
     EXPECT_EQ(wrong, 0);
 }
 
+// The text between the fences of the page's first example that begins with `word`.
+std::string example(std::string const& page, std::string const& word) {
+    std::size_t const begin = page.find("```\n   " + word);
+    EXPECT_NE(begin, std::string::npos) << word;
+    if (begin == std::string::npos) return {};
+    return page.substr(begin + 4, page.find("```", begin + 4) - begin - 4);
+}
+
+TEST(TrackCompiler, CompilesTheCourseThatTheManualTeaches) {
+    std::string const page =
+        read_file(std::string(BRINDLE_COURSES) + "/../../docs/making-a-track.md");
+    Faults faults;
+    EXPECT_TRUE(compile_text(example(page, "name") + example(page, "area"), faults));
+    for (Fault const& fault : faults) ADD_FAILURE() << fault.line << ": " << fault.cause;
+}
+
 } // namespace
