@@ -45,7 +45,8 @@ void shine_along(LightMap& map, SceneryItem const& item, double reach, double st
     int const count = std::max(1, static_cast<int>(2.0 * half_long / APART));
     for (int light = 0; light < 2 * count; light++) {
         if (whim(item, 60U + static_cast<std::uint32_t>(light)) < 0.25) continue;
-        double const x = half_long * ((light / 2 + 0.5) * 2.0 / count - 1.0);
+        int const pair = light / 2;
+        double const x = half_long * ((pair + 0.5) * 2.0 / count - 1.0);
         double const y = light % 2 == 0 ? -half_wide : half_wide;
         shine(map, item.at + x * along + y * side_of(along), reach, strength);
     }
