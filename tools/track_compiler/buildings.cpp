@@ -51,7 +51,7 @@ void add_windows(Theme const& theme, SceneryItem const& item, Spot const& spot,
     double const window_x = spot.x + 6.0 - 20.0 * whole((spot.x + 16.0) / 20.0);
     double const window_y = std::fabs(roof.across) - roof.bay / 4.0;
     bool const pane = std::fabs(window_x) < 3.0 && std::fabs(window_y) < 2.4;
-    if (!pane || std::fabs(spot.x) > spot.half_long - 8.0) return;
+    if (!pane || std::fabs(spot.x - window_x) > spot.half_long - 6.0) return;
     bool const frame = std::fabs(window_x) > 2.2 || std::fabs(window_y) > 1.6;
     auto const number = static_cast<std::uint32_t>(60.0 + 3.0 * whole((spot.x + 16.0) / 20.0) +
                                                    whole(spot.y / 14.0));

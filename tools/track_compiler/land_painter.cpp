@@ -9,7 +9,7 @@
 
 namespace {
 
-// The four ways in which a farmer uses a field; which one is the field's own affair.
+// The five ways in which a farmer uses a field; which one is the field's own affair.
 Colour field_colour(Theme const& theme, GroundArea const& area, Point at) {
     Point const hem = area.corners[1] - area.corners[0];
     Point const along = 1.0 / std::max(1e-9, length(hem)) * hem;
@@ -25,7 +25,8 @@ Colour field_colour(Theme const& theme, GroundArea const& area, Point at) {
     bool const wheel =
         line_distance(across - 3.0, 42.0) < 1.0 || line_distance(across + 3.0, 42.0) < 1.0;
     if (wheel) tone *= 0.84;
-    if (use < 0.6) return shade(mix(theme.field, theme.leaf_light, 0.62), tone);
+    if (use < 0.45) return shade(mix(theme.field, theme.leaf_light, 0.62), tone);
+    if (use < 0.6) return shade(mix(theme.field, theme.bloom, 0.7), tone);
     if (use < 0.8) return shade(mix(theme.field, theme.shore, 0.5), tone);
     return shade(mix(theme.field, theme.road_edge, 0.55), 0.9 * tone);
 }
@@ -72,7 +73,7 @@ Colour area_colour(Theme const& theme, GroundArea const& area, Point at) {
     case GroundKind::ice:
         return mix(shade(theme.ice, 1.0 + 0.12 * soft), WHITE, 0.6 * stepped(cracks().at(at, 55)));
     case GroundKind::woods:
-        return shade(theme.woods, 1.0 + 0.3 * soft + 0.2 * grain(at, 1.8));
+        return shade(theme.woods, 1.0 + 0.3 * soft + 0.12 * grain(at, 1.6));
     case GroundKind::rocks:
         return rocks_colour(theme, at);
     }

@@ -206,7 +206,9 @@ std::vector<SceneryItem> place_scenery(Course const& course, Theme const& theme,
         Belt const belt{std::max(clear, rule.near), limited ? rule.far : 1e9, theme.groves};
         scatter_items(course, scatter_of(rule, course), seed++, field, belt, items);
     }
-    std::stable_sort(items.begin(), items.end(),
-                     [](SceneryItem const& a, SceneryItem const& b) { return a.at.y < b.at.y; });
+    auto const towers = [](SceneryItem const& item) { return item.kind == SceneryKind::crane; };
+    std::stable_sort(items.begin(), items.end(), [&](SceneryItem const& a, SceneryItem const& b) {
+        return towers(a) != towers(b) ? towers(b) : a.at.y < b.at.y;
+    });
     return items;
 }
