@@ -9,7 +9,6 @@
 #include <array>
 #include <random>
 #include <string>
-#include <utility>
 
 namespace {
 
@@ -28,18 +27,11 @@ void expect_color(SDL_Color actual, SDL_Color expected) {
 SurfaceHandle make_indexed(int w, int h) {
     SurfaceHandle surface(SDL_CreateRGBSurfaceWithFormat(0, w, h, 8, SDL_PIXELFORMAT_INDEX8));
     std::mt19937 noise(7); // NOLINT: the same picture in every run
+    auto const byte = [&noise] { return static_cast<std::uint8_t>(noise() % 200); };
     std::array<SDL_Color, 200> colors{};
-    for (SDL_Color& color : colors) {
-        auto const bits = static_cast<std::uint32_t>(noise());
-        color = {static_cast<std::uint8_t>(bits), static_cast<std::uint8_t>(bits >> 8U),
-                 static_cast<std::uint8_t>(bits >> 16U), 255};
-    }
+    for (SDL_Color& color : colors) color = {byte(), byte(), byte(), 255};
     SDL_SetPaletteColors(surface->format->palette, colors.data(), 0, 200);
-    for (int y = 0; y < h; ++y) {
-        auto* row =
-            static_cast<std::uint8_t*>(surface->pixels) + std::ptrdiff_t{y} * surface->pitch;
-        std::generate_n(row, w, [&noise] { return static_cast<std::uint8_t>(noise() % 200); });
-    }
+    std::generate_n(static_cast<std::uint8_t*>(surface->pixels), surface->pitch * h, byte);
     return surface;
 }
 
@@ -51,6 +43,28 @@ bool same_pixels(SDL_Surface* one, SDL_Surface* other) {
     }
     return true;
 }
+
+SDL_Point whole(SDL_Point size) {
+    return size;
+}
+
+// A folder with one picture in both kinds of file: with a palette and without.
+class PictureFiles : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(IMG_SavePNG(indexed.get(), dir.file("indexed").c_str()), 0);
+        ASSERT_EQ(IMG_SavePNG(packed.get(), dir.file("packed").c_str()), 0);
+    }
+    std::string broken(std::string const& bytes) {
+        write_file(dir.file("broken"), bytes);
+        return dir.file("broken");
+    }
+
+    TempDir dir;
+    // Higher than a band of the upload, and not a whole number of bands.
+    SurfaceHandle indexed = make_indexed(61, 150);
+    SurfaceHandle packed = to_pixel_format(indexed.get());
+};
 
 } // namespace
 
@@ -64,51 +78,36 @@ TEST(DownscaleBox, AveragesByTheAreaThatEachSourcePixelCovers) {
     expect_color(pixel_of(out, 0, 0), {60, 30, 0, 255});
     expect_color(pixel_of(out, 1, 0), {0, 30, 60, 255});
     EXPECT_EQ(out->format->format, PIXEL_FORMAT);
+    EXPECT_EQ(downscale_box(nullptr, 1, 1), nullptr);
 }
 
 TEST(DownscaleBox, TransparentPixelsLendNoColour) {
     SurfaceHandle const source = make_surface(4, 2, {0, 255, 0, 0}); // bright, but not there
     set_surface_pixel(source.get(), 0, 0, {200, 10, 0, 128});
-    SurfaceHandle const out(downscale_box(source.get(), 2, 1));
-    expect_color(pixel_of(out, 0, 0), {200, 10, 0, 32});
-    expect_color(pixel_of(out, 1, 0), {0, 0, 0, 0});
+    SurfaceHandle const other(SDL_ConvertSurfaceFormat(source.get(), SDL_PIXELFORMAT_ARGB8888, 0));
+    for (SurfaceHandle const* format : {&source, &other}) {
+        SurfaceHandle const out(downscale_box(format->get(), 2, 1));
+        expect_color(pixel_of(out, 0, 0), {200, 10, 0, 32});
+        expect_color(pixel_of(out, 1, 0), {0, 0, 0, 0});
+    }
+    expect_color(pixel_of(other, 0, 0), {200, 10, 0, 128}); // left alone
 }
 
-TEST(DownscaleBox, ReadsOtherFourByteFormatsAndLeavesTheSourceAlone) {
-    SurfaceHandle const source(
-        SDL_CreateRGBSurfaceWithFormat(0, 2, 2, 32, SDL_PIXELFORMAT_ARGB8888));
-    SDL_FillRect(source.get(), nullptr, SDL_MapRGBA(source->format, 10, 20, 30, 255));
-    SurfaceHandle const out(downscale_box(source.get(), 1, 1));
-    expect_color(pixel_of(out, 0, 0), {10, 20, 30, 255});
-    expect_color(surface_pixel(source.get(), 1, 1), {10, 20, 30, 255});
-    EXPECT_EQ(source->locked, 0);
-    EXPECT_EQ(downscale_box(nullptr, 1, 1), nullptr);
-}
-
-TEST(LoadPicture, GivesOneFormatWhateverTheFileHolds) {
-    TempDir const dir;
+TEST_F(PictureFiles, LoadInOneFormatWhateverTheyHold) {
     SurfaceHandle const rgb(SDL_CreateRGBSurfaceWithFormat(0, 3, 2, 24, SDL_PIXELFORMAT_RGB24));
     SDL_FillRect(rgb.get(), nullptr, SDL_MapRGB(rgb->format, 1, 2, 3));
-    ASSERT_EQ(IMG_SavePNG(rgb.get(), dir.file("a.png").c_str()), 0);
-    SurfaceHandle const loaded = load_picture(dir.file("a.png").c_str());
+    ASSERT_EQ(IMG_SavePNG(rgb.get(), dir.file("rgb").c_str()), 0);
+    SurfaceHandle const loaded = load_picture(dir.file("rgb").c_str());
     ASSERT_TRUE(loaded);
     EXPECT_EQ(loaded->format->format, PIXEL_FORMAT);
     expect_color(pixel_of(loaded, 2, 1), {1, 2, 3, 255});
-
-    write_file(dir.file("b.png"), "not a picture");
-    EXPECT_FALSE(load_picture(dir.file("b.png").c_str()));
-    EXPECT_FALSE(load_picture(dir.file("none.png").c_str()));
+    EXPECT_FALSE(load_picture(broken("not a picture").c_str()));
+    EXPECT_FALSE(load_picture(dir.file("none").c_str()));
 }
 
-TEST(LoadReduced, GivesTheAverageOfTheWholePictureInEveryKindOfFile) {
-    TempDir const dir;
-    SurfaceHandle const indexed = make_indexed(61, 47);
-    ASSERT_EQ(IMG_SavePNG(indexed.get(), dir.file("indexed").c_str()), 0);
-    SurfaceHandle const packed = to_pixel_format(indexed.get());
-    ASSERT_EQ(IMG_SavePNG(packed.get(), dir.file("packed").c_str()), 0);
+TEST_F(PictureFiles, ReduceToTheAverageOfTheWholePicture) {
     auto const third = [](SDL_Point size) { return SDL_Point{size.x / 3, size.y / 3}; };
-    auto const whole = [](SDL_Point size) { return size; };
-    SurfaceHandle const expected(downscale_box(packed.get(), 20, 15));
+    SurfaceHandle const expected(downscale_box(packed.get(), 20, 50));
     for (char const* name : {"indexed", "packed"}) {
         SCOPED_TRACE(name);
         SurfaceHandle const reduced = load_reduced(dir.file(name).c_str(), third);
@@ -120,79 +119,52 @@ TEST(LoadReduced, GivesTheAverageOfTheWholePictureInEveryKindOfFile) {
     }
 }
 
-TEST(LoadReduced, TakesNoBrokenPicture) {
-    TempDir const dir;
-    ASSERT_EQ(IMG_SavePNG(make_indexed(61, 470).get(), dir.file("a").c_str()), 0);
-    std::string const bytes = read_file(dir.file("a"));
-    auto const whole = [](SDL_Point size) { return size; };
-    for (std::size_t const kept :
-         {std::size_t{0}, std::size_t{20}, std::size_t{60}, bytes.size() / 2, bytes.size() - 30}) {
-        write_file(dir.file("cut"), bytes.substr(0, kept));
-        EXPECT_FALSE(load_reduced(dir.file("cut").c_str(), whole)) << kept << " bytes";
-    }
-    std::string flipped = bytes;
-    flipped[bytes.size() / 2] = static_cast<char>(~flipped[bytes.size() / 2]);
-    write_file(dir.file("flipped"), flipped);
-    EXPECT_FALSE(load_reduced(dir.file("flipped").c_str(), whole));
-    EXPECT_FALSE(load_reduced(dir.file("none").c_str(), whole));
-}
-
-TEST(LoadTexture, ShowsWhatTheFileHoldsInEveryKindOfPixel) {
-    TempDir const dir;
-    // Higher than a band of the upload, and not a whole number of bands.
-    int const height = 150;
-    SurfaceHandle const rgba = make_surface(5, height, {10, 20, 30, 255});
-    set_surface_pixel(rgba.get(), 4, height - 1, {200, 0, 0, 0});
-    set_surface_pixel(rgba.get(), 0, 64, {1, 2, 3, 255});
-    ASSERT_EQ(IMG_SavePNG(rgba.get(), dir.file("rgba").c_str()), 0);
-    SurfaceHandle const indexed(
-        SDL_CreateRGBSurfaceWithFormat(0, 5, height, 8, SDL_PIXELFORMAT_INDEX8));
-    std::array<SDL_Color, 2> const colors{{{10, 20, 30, 255}, {1, 2, 3, 255}}};
-    SDL_SetPaletteColors(indexed->format->palette, colors.data(), 0, 2);
-    SDL_Rect const spot = {0, 64, 1, 1};
-    SDL_FillRect(indexed.get(), &spot, 1);
-    ASSERT_EQ(IMG_SavePNG(indexed.get(), dir.file("indexed").c_str()), 0);
-
-    for (auto const& [name, blend] :
-         {std::pair{"rgba", SDL_BLENDMODE_BLEND}, std::pair{"indexed", SDL_BLENDMODE_NONE}}) {
+TEST_F(PictureFiles, AreShownAsTheyAreInEveryKindOfPixel) {
+    set_surface_pixel(packed.get(), 60, 149, {200, 0, 0, 0});
+    ASSERT_EQ(IMG_SavePNG(packed.get(), dir.file("clear").c_str()), 0);
+    for (char const* name : {"indexed", "clear"}) {
         SCOPED_TRACE(name);
-        Canvas canvas(5, height);
+        bool const clear = name == std::string("clear");
+        Canvas canvas(61, 150);
         canvas.clear({90, 90, 90, 255});
         int w = 0;
         int h = 0;
         TextureHandle const texture =
             load_texture(canvas.renderer(), dir.file(name).c_str(), &w, &h);
         ASSERT_TRUE(texture) << SDL_GetError();
-        EXPECT_EQ(w, 5);
-        EXPECT_EQ(h, height);
+        EXPECT_EQ(w, 61);
+        EXPECT_EQ(h, 150);
         SDL_BlendMode mode = SDL_BLENDMODE_INVALID;
         SDL_GetTextureBlendMode(texture.get(), &mode);
-        EXPECT_EQ(mode, blend);
+        EXPECT_EQ(mode, clear ? SDL_BLENDMODE_BLEND : SDL_BLENDMODE_NONE);
         SDL_RenderCopy(canvas.renderer(), texture.get(), nullptr, nullptr);
-        expect_color(canvas.at(0, 64), {1, 2, 3, 255});
-        expect_color(canvas.at(3, 63), {10, 20, 30, 255});
-        expect_color(canvas.at(3, height - 1), {10, 20, 30, 255});
-        if (blend == SDL_BLENDMODE_BLEND) {
-            expect_color(canvas.at(4, height - 1), {90, 90, 90, 255});
-        }
+        for (int y = 0; y < h; ++y) expect_color(canvas.at(3, y), pixel_of(packed, 3, y));
+        if (clear) expect_color(canvas.at(60, 149), {90, 90, 90, 255});
     }
 }
 
-TEST(LoadTexture, RefusesWhatIsNoPictureAndSaysWhyToThePlayer) {
-    TempDir const dir;
+TEST_F(PictureFiles, AreRefusedWhenBrokenAndThePlayerIsToldWhy) {
     Canvas const canvas(4, 4);
-    int w = 7;
-    int h = 7;
-    ASSERT_EQ(IMG_SavePNG(make_indexed(61, 470).get(), dir.file("whole").c_str()), 0);
-    std::string const bytes = read_file(dir.file("whole"));
-    write_file(dir.file("cut"), bytes.substr(0, bytes.size() / 2));
-    EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("cut").c_str(), &w, &h));
-    EXPECT_EQ(w, 0);
-    write_file(dir.file("noise"), "not a picture at all, by any head");
-    EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("noise").c_str(), &w, &h));
-    EXPECT_EQ(w, 0);
-    EXPECT_EQ(h, 0);
-    EXPECT_NE(std::string(SDL_GetError()).find("is no PNG"), std::string::npos);
-    EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("missing").c_str(), &w, &h));
-    EXPECT_NE(std::string(SDL_GetError()).find("open"), std::string::npos) << SDL_GetError();
+    std::string const bytes = read_file(dir.file("indexed"));
+    std::string flipped = bytes;
+    flipped[bytes.size() / 2] = static_cast<char>(~flipped[bytes.size() / 2]);
+    for (std::string const& wrong :
+         {bytes.substr(0, 0), bytes.substr(0, 20), bytes.substr(0, 60),
+          bytes.substr(0, bytes.size() / 2), bytes.substr(0, bytes.size() - 30), flipped}) {
+        SCOPED_TRACE(wrong.size());
+        EXPECT_FALSE(load_reduced(broken(wrong).c_str(), whole));
+        int w = 7;
+        int h = 7;
+        EXPECT_FALSE(load_texture(canvas.renderer(), dir.file("broken").c_str(), &w, &h));
+        EXPECT_EQ(w, 0);
+        EXPECT_EQ(h, 0);
+    }
+    EXPECT_FALSE(load_reduced(dir.file("none").c_str(), whole));
+    int size = 0;
+    auto const complaint = [&](std::string const& path) {
+        EXPECT_FALSE(load_texture(canvas.renderer(), path.c_str(), &size, &size));
+        return std::string(SDL_GetError());
+    };
+    EXPECT_NE(complaint(broken("no picture, by any head")).find("is no PNG"), std::string::npos);
+    EXPECT_NE(complaint(dir.file("none")).find("open"), std::string::npos);
 }

@@ -4,28 +4,31 @@
 #include "support/canvas.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace {
 
 constexpr SDL_Rect LEFT_HALF = {0, 0, 640, 720};
 
-// Brightest value of one channel in `area`; `canvas` is black beneath.
-template <typename Channel>
-int brightest(Canvas const& canvas, SDL_Rect const& area, Channel channel) {
-    int most = 0;
-    for (int y = area.y; y < area.y + area.h; ++y) {
-        for (int x = area.x; x < area.x + area.w; ++x) {
-            most = std::max<int>(most, channel(canvas.at(x, y)));
-        }
+constexpr SDL_Rect SCREEN = {0, 0, 1280, 720};
+
+// The brightest value of each channel in `area`; `canvas` is black beneath.
+SDL_Color brightest(Canvas const& canvas, SDL_Rect const& area) {
+    SDL_Color most = BLACK;
+    for (int i = 0; i < area.w * area.h; ++i) {
+        SDL_Color const c = canvas.at(area.x + i % area.w, area.y + i / area.w);
+        most = {std::max(most.r, c.r), std::max(most.g, c.g), std::max(most.b, c.b), 255};
     }
     return most;
 }
 
-int green(SDL_Color c) {
-    return c.g;
-}
+class Overlays : public testing::Test {
+protected:
+    void draw_lap_overlay(unsigned now) {
+        canvas.clear(BLACK);
+        render_lap_overlay(canvas.renderer(), LEFT_HALF, view, mono.fonts, now);
+    }
 
-struct OverlayScene {
     Canvas canvas{1280, 720};
     MonoFonts mono;
     PlayerView view;
@@ -33,106 +36,86 @@ struct OverlayScene {
 
 } // namespace
 
-TEST(LapOverlay, FadesInItsLast350Milliseconds) {
-    OverlayScene scene;
-    scene.view.lap_overlay_until_ms = 2500;
-    scene.view.lap_overlay_time_ms = 23450;
-    SDL_Rect const middle = {0, 310, 640, 100};
-    auto const strength_at = [&](unsigned now) {
-        scene.canvas.clear(BLACK);
-        render_lap_overlay(scene.canvas.renderer(), LEFT_HALF, scene.view, scene.mono.fonts, now);
-        return brightest(scene.canvas, middle, green);
-    };
-    EXPECT_NEAR(strength_at(1000), 245 * 220 / 255, 2);
-    EXPECT_EQ(scene.canvas.count_other({640, 0, 640, 720}, BLACK), 0) << "in this half only";
-    EXPECT_NEAR(strength_at(2150), 245 * 220 / 255, 2); // 350 left
-    EXPECT_NEAR(strength_at(2325), 245 * 110 / 255, 2);
-    EXPECT_LE(strength_at(2499), 1);
-    EXPECT_EQ(strength_at(2500), 0);
+TEST_F(Overlays, LapTimeFadesInItsLast350Milliseconds) {
+    view.lap_overlay_until_ms = 2500;
+    view.lap_overlay_time_ms = 23450;
+    for (auto const& [now, alpha] :
+         {std::pair{1000U, 220}, {2150U, 220}, {2325U, 110}, {2499U, 0}, {2500U, 0}}) {
+        draw_lap_overlay(now);
+        EXPECT_NEAR(brightest(canvas, {0, 310, 640, 100}).g, 245 * alpha / 255, 2) << now;
+        EXPECT_EQ(canvas.count_other({640, 0, 640, 720}, BLACK), 0) << "in this half only";
+    }
+    EXPECT_EQ(canvas.count_other(LEFT_HALF, BLACK), 0);
 }
 
-TEST(LapOverlay, SaysHowGoodTheLapWas) {
-    OverlayScene scene;
-    scene.view.lap_overlay_until_ms = 2500;
-    auto const draw = [&](bool best, int record) {
-        scene.view.lap_overlay_is_best = best;
-        scene.view.lap_overlay_record = record;
-        scene.canvas.clear(BLACK);
-        render_lap_overlay(scene.canvas.renderer(), LEFT_HALF, scene.view, scene.mono.fonts, 1000);
+TEST_F(Overlays, LapTimeSaysHowGoodTheLapWas) {
+    view.lap_overlay_until_ms = 2500;
+    struct Case {
+        bool best;
+        int record;
+        int time_red;
+        SDL_Color below;
     };
-    SDL_Rect const time = {0, 310, 640, 100};
-    SDL_Rect const below = {0, 418, 640, 60};
-    auto const blue = [](SDL_Color c) { return c.b; };
-    auto const red = [](SDL_Color c) { return c.r; };
-    draw(true, 0);
-    EXPECT_NEAR(brightest(scene.canvas, time, red), 150 * 220 / 255, 2);
-    EXPECT_EQ(scene.canvas.count_other(below, BLACK), 0);
-    draw(false, 1);
-    EXPECT_NEAR(brightest(scene.canvas, time, red), 245 * 220 / 255, 2);
-    EXPECT_NEAR(brightest(scene.canvas, below, green), 220, 2) << "yellow: a personal best";
-    EXPECT_NEAR(brightest(scene.canvas, below, blue), 40 * 220 / 255, 2);
-    draw(false, 2);
-    EXPECT_NEAR(brightest(scene.canvas, below, green), 45 * 220 / 255, 2) << "red: a lap record";
-    EXPECT_NEAR(brightest(scene.canvas, below, red), 220, 2);
+    for (Case const& c : {Case{true, 0, 150, BLACK},
+                          {false, 1, 245, {255, 255, 40, 255}},   // a personal best
+                          {false, 2, 245, {255, 45, 45, 255}}}) { // a lap record
+        view.lap_overlay_is_best = c.best;
+        view.lap_overlay_record = c.record;
+        draw_lap_overlay(1000);
+        EXPECT_NEAR(brightest(canvas, {0, 310, 640, 100}).r, c.time_red * 220 / 255, 2);
+        SDL_Color const below = brightest(canvas, {0, 418, 640, 60});
+        EXPECT_NEAR(below.r, c.below.r * 220 / 255, 2) << c.record;
+        EXPECT_NEAR(below.g, c.below.g * 220 / 255, 2) << c.record;
+        EXPECT_NEAR(below.b, c.below.b * 220 / 255, 2) << c.record;
+    }
 }
 
-TEST(LastLapFlash, FlashesTwice) {
-    OverlayScene scene;
+TEST_F(Overlays, LastLapFlashesTwice) {
     auto const shows = [&](unsigned now) {
-        scene.canvas.clear(BLACK);
-        render_last_lap_flash(scene.canvas.renderer(), LEFT_HALF, scene.view, scene.mono.fonts,
-                              now);
-        return scene.canvas.count_other(LEFT_HALF, BLACK) > 0;
+        canvas.clear(BLACK);
+        render_last_lap_flash(canvas.renderer(), LEFT_HALF, view, mono.fonts, now);
+        return canvas.count_other(LEFT_HALF, BLACK) > 0;
     };
     EXPECT_FALSE(shows(0)); // none under way
-    scene.view.last_lap_flash_ms = 1000;
+    view.last_lap_flash_ms = 1000;
     for (unsigned const on : {0U, 1000U, 1319U, 1420U, 1739U}) EXPECT_TRUE(shows(on)) << on;
     for (unsigned const off : {1320U, 1419U, 1740U, 1840U, 9000U}) EXPECT_FALSE(shows(off)) << off;
 }
 
-TEST(BigWords, WinnerAndGameOverFollowTheirStrength) {
-    OverlayScene scene;
-    auto const& canvas = scene.canvas;
-    render_winner_overlay(canvas.renderer(), LEFT_HALF, scene.mono.fonts, 0);
+TEST_F(Overlays, WinnerAndGameOverFollowTheirStrength) {
+    render_winner_overlay(canvas.renderer(), LEFT_HALF, mono.fonts, 0);
     EXPECT_EQ(canvas.count_other(LEFT_HALF, BLACK), 0);
-    render_winner_overlay(canvas.renderer(), LEFT_HALF, scene.mono.fonts, 255);
+    render_winner_overlay(canvas.renderer(), LEFT_HALF, mono.fonts, 255);
     EXPECT_GT(canvas.count({0, 120, 640, 120}, {238, 185, 35, 255}), 1000);
 
-    scene.canvas.clear({255, 255, 255, 255});
-    render_game_over(canvas.renderer(), 1280, 720, scene.mono.fonts, -1.0F);
-    EXPECT_EQ(canvas.count_other({0, 0, 1280, 720}, {255, 255, 255, 255}), 0);
-    render_game_over(canvas.renderer(), 1280, 720, scene.mono.fonts, 1.0F);
-    EXPECT_EQ(canvas.count_other({0, 0, 1280, 30}, {255, 255, 255, 255}), 0) << "bars stay bright";
+    canvas.clear(WHITE);
+    render_game_over(canvas.renderer(), 1280, 720, mono.fonts, -1.0F);
+    EXPECT_EQ(canvas.count(SCREEN, WHITE), 1280 * 720);
+    render_game_over(canvas.renderer(), 1280, 720, mono.fonts, 1.0F);
+    EXPECT_EQ(canvas.count({0, 0, 1280, 30}, WHITE), 1280 * 30) << "bars stay bright";
     EXPECT_EQ(canvas.count_other({0, 30, 1280, 100}, {70, 70, 70, 255}, 1), 0) << "dimmed by 185";
     EXPECT_GT(canvas.count({0, 260, 1280, 100}, {225, 55, 55, 255}), 1000);
     EXPECT_GT(canvas.count({0, 380, 1280, 30}, {220, 225, 235, 255}), 50);
 
-    scene.canvas.clear({255, 255, 255, 255});
+    canvas.clear(WHITE);
     render_divider(canvas.renderer(), 1280, 720);
     EXPECT_EQ(canvas.count({638, 0, 4, 720}, BLACK), 4 * 720);
-    EXPECT_EQ(canvas.count({0, 0, 1280, 720}, BLACK), 4 * 720);
+    EXPECT_EQ(canvas.count(SCREEN, BLACK), 4 * 720);
 }
 
-TEST(Intro, FitsThePictureAndBlinksThePrompt) {
-    OverlayScene scene;
-    auto const& canvas = scene.canvas;
-    SurfaceHandle const picture = make_surface(16, 9, {0, 0, 200, 255});
+TEST_F(Overlays, IntroFitsThePictureAndBlinksThePrompt) {
+    constexpr SDL_Color BLUE = {0, 0, 200, 255};
+    SurfaceHandle const picture = make_surface(16, 9, BLUE);
     TextureHandle const texture(SDL_CreateTextureFromSurface(canvas.renderer(), picture.get()));
-    auto const frame = [&](int w, int h, unsigned now) {
-        render_intro(canvas.renderer(), texture.get(), w, h, 1280, 720, scene.mono.fonts, now);
-    };
-    SDL_Rect const prompt = {0, 640, 1280, 60};
-    for (SDL_Point const size : {SDL_Point{1280, 720}, {1920, 1080}, {2560, 1440}, {16, 9}}) {
-        frame(size.x, size.y, 600);
-        EXPECT_EQ(canvas.count({0, 0, 1280, 720}, {0, 0, 200, 255}), 1280 * 720);
+    // What of the screen a picture of this size covers, between black bars.
+    for (auto const& [w, h, shown] : {std::tuple{2560, 1440, SCREEN},
+                                      {16, 9, SCREEN},
+                                      {100, 100, SDL_Rect{280, 0, 720, 720}},
+                                      {200, 50, SDL_Rect{0, 200, 1280, 320}}}) {
+        render_intro(canvas.renderer(), texture.get(), w, h, 1280, 720, mono.fonts, 600);
+        EXPECT_EQ(canvas.count(shown, BLUE), shown.w * shown.h);
+        EXPECT_EQ(canvas.count(SCREEN, BLACK), 1280 * 720 - shown.w * shown.h);
     }
-    frame(100, 100, 999); // a square one: bars at both sides
-    EXPECT_EQ(canvas.count({0, 0, 280, 720}, BLACK), 280 * 720);
-    EXPECT_EQ(canvas.count({280, 0, 720, 720}, {0, 0, 200, 255}), 720 * 720);
-    frame(200, 50, 700); // a wide one: bars above and below
-    EXPECT_EQ(canvas.count({0, 200, 1280, 320}, {0, 0, 200, 255}), 1280 * 320);
-    EXPECT_EQ(canvas.count({0, 0, 1280, 200}, BLACK), 1280 * 200);
-    EXPECT_EQ(canvas.count_other(prompt, BLACK), 0);
-    frame(200, 50, 1599);
-    EXPECT_GT(canvas.count(prompt, {255, 230, 80, 255}), 100);
+    render_intro(canvas.renderer(), texture.get(), 200, 50, 1280, 720, mono.fonts, 1599);
+    EXPECT_GT(canvas.count({0, 640, 1280, 60}, {255, 230, 80, 255}), 100);
 }

@@ -28,23 +28,16 @@ inline Track road(int width, int height) {
 }
 
 inline CarState car_at(double x, double y) {
-    CarState car;
-    car.x = x;
-    car.y = y;
-    return car;
+    return {.x = x, .y = y};
 }
 
 // Puts the view settings back to those of a fresh start.
 class RaceView : public testing::Test {
 protected:
-    void SetUp() override { reset(); }
-    void TearDown() override { reset(); }
-
-    static void reset() {
+    ~RaceView() override {
         PIXELS_PER_CELL = 18;
         ZOOM_LEVEL = 0;
-        smooth_camera = false;
-        fancy_ghost = false;
+        smooth_camera = fancy_ghost = false;
     }
 };
 
