@@ -125,14 +125,14 @@ TEST_F(Hud, ColumnsStandWhereTheWidestNumbersPutThem) {
 }
 
 TEST_F(Hud, GaugeFillsWithSpeedAndNeverOverflows) {
-    constexpr SDL_Color GREEN = {80, 200, 80, 255};
-    constexpr SDL_Color RED = {220, 80, 80, 255};
+    constexpr SDL_Color GRIPPING = {80, 200, 80, 255};
+    constexpr SDL_Color SLIDING = {220, 80, 80, 255};
     auto const filled = [&](double speed, bool skidding) {
         car.speed = speed;
         car.skidding = skidding;
         draw();
         EXPECT_EQ(canvas.count({640 - 8, 12, 8, 6}, BLACK), 48);
-        return canvas.count({640 - gauge - 8, 12, gauge, 6}, skidding ? RED : GREEN) / 6;
+        return canvas.count({640 - gauge - 8, 12, gauge, 6}, skidding ? SLIDING : GRIPPING) / 6;
     };
     EXPECT_EQ(filled(0.0, false), 0);
     EXPECT_EQ(filled(0.155, false), gauge / 2);
