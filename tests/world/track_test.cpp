@@ -6,55 +6,24 @@
 
 #include <algorithm>
 #include <cmath>
-#include <deque>
 #include <numbers>
 #include <random>
 #include <utility>
 
 namespace {
 
-CarState at(double x, double y) {
-    CarState car;
-    car.x = x;
-    car.y = y;
-    return car;
-}
-
-// The fields' definitions, cell by cell, as slow as they are plain.
-std::uint8_t plain_grass_distance(Track const& track, int column, int row) {
+// The definition, cell by cell, as slow as it is plain.
+int plain_grass_distance(Track const& track, int column, int row) {
     if (cell_is_road(track.cells[track.index(column, row)])) return 0;
     int least = 26;
-    for (int dy = -5; dy <= 5; ++dy) {
-        for (int dx = -5; dx <= 5; ++dx) {
-            if (!track.contains(column + dx, row + dy)) continue;
-            if (!cell_is_road(track.cells[track.index(column + dx, row + dy)])) continue;
-            least = std::min(least, dx * dx + dy * dy);
-        }
+    for (int i = 0; i < 11 * 11; ++i) {
+        int const dx = i % 11 - 5;
+        int const dy = i / 11 - 5;
+        bool const road = track.contains(column + dx, row + dy) &&
+                          cell_is_road(track.cells[track.index(column + dx, row + dy)]);
+        if (road) least = std::min(least, dx * dx + dy * dy);
     }
-    return static_cast<std::uint8_t>(
-        std::clamp(static_cast<int>(std::sqrt(least) + 0.5), 1, 5)); // NOLINT: the definition
-}
-
-std::vector<std::int32_t> plain_start_distance(Track const& track, std::int32_t& most) {
-    std::vector<std::int32_t> steps(track.cells.size(), -1);
-    std::deque<Cell> queue = {{track.start_x, track.start_y}};
-    steps[track.index(track.start_x, track.start_y)] = 0;
-    most = 0;
-    for (; !queue.empty(); queue.pop_front()) {
-        Cell const from = queue.front();
-        for (int k = 0; k < 9; ++k) {
-            Cell const to{from.column + k % 3 - 1, from.row + k / 3 - 1};
-            if (!cell_is_passable(track, to.column, to.row)) continue;
-            std::size_t const index = track.index(to.column, to.row);
-            if (steps[index] != -1 || track.cells[index] == '!') continue;
-            most = steps[index] = steps[track.index(from.column, from.row)] + 1;
-            queue.push_back(to);
-        }
-    }
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        if (track.cells[i] == '!') steps[i] = most + 1;
-    }
-    return steps;
+    return std::clamp(static_cast<int>(std::sqrt(least) + 0.5), 1, 5); // NOLINT: the definition
 }
 
 TEST(Track, BuiltInCourseIsTheKnownOne) {
@@ -64,11 +33,10 @@ TEST(Track, BuiltInCourseIsTheKnownOne) {
     };
     EXPECT_EQ(track.width, 120);
     EXPECT_EQ(track.height, 72);
-    EXPECT_EQ(count('b'), 192);
-    EXPECT_EQ(count('r'), 147);
-    EXPECT_EQ(count('w'), 149);
-    EXPECT_EQ(count('!'), 13);
-    EXPECT_EQ(count('*'), 1);
+    for (auto const& [cell, many] :
+         {std::pair{'b', 192}, {'r', 147}, {'w', 149}, {'!', 13}, {'*', 1}}) {
+        EXPECT_EQ(count(cell), many) << cell;
+    }
     EXPECT_EQ(track.start_distance_max, 90);
     EXPECT_EQ(track.start_angle, std::numbers::pi);
     EXPECT_EQ(track.start_distance[track.index(40, 20)], 0);
@@ -77,36 +45,38 @@ TEST(Track, BuiltInCourseIsTheKnownOne) {
 
 TEST(Track, SurfaceFollowsTheCellUnderTheCar) {
     Track const track = track_from_rows({"*!.g", "rwbx"});
-    auto const expect = [&](double x, double y, double resist, float rumble) {
-        float heard = -1.0F;
-        EXPECT_EQ(sample_surface(track, at(x, y), heard).resist, resist) << x << ", " << y;
-        EXPECT_EQ(heard, rumble) << x << ", " << y;
+    struct Case {
+        double x, y, resist;
+        float rumble;
     };
-    expect(0.5, 0.5, 0.0, 0.0F);
-    expect(1.0, 0.5, 0.0, 0.0F);
-    expect(3.9, 0.9, 0.0, 1.0F);
-    expect(0.5, 1.0, SIM_RW_RESIST, 0.6F);
-    expect(1.5, 1.5, SIM_RW_RESIST, 0.6F);
-    expect(2.5, 1.5, 0.0, 0.0F);
-    expect(3.5, 1.5, 0.0, 0.0F);
-    expect(-0.5, 0.5, 0.0, 0.0F); // still column 0
-    expect(-1.0, 0.5, 0.0, 1.0F);
-    expect(4.0, 0.5, 0.0, 1.0F);
-    expect(0.5, 2.0, 0.0, 1.0F);
+    for (Case const& c : {Case{0.5, 0.5, 0.0, 0.0F},
+                          {3.9, 0.9, 0.0, 1.0F},
+                          {0.5, 1.0, SIM_RW_RESIST, 0.6F},
+                          {1.5, 1.5, SIM_RW_RESIST, 0.6F},
+                          {2.5, 1.5, 0.0, 0.0F},
+                          {3.5, 1.5, 0.0, 0.0F},
+                          {-0.5, 0.5, 0.0, 0.0F}, // still column 0
+                          {-1.0, 0.5, 0.0, 1.0F},
+                          {4.0, 0.5, 0.0, 1.0F},
+                          {0.5, 2.0, 0.0, 1.0F}}) {
+        float heard = -1.0F;
+        EXPECT_EQ(sample_surface(track, {.x = c.x, .y = c.y}, heard).resist, c.resist) << c.x;
+        EXPECT_EQ(heard, c.rumble) << c.x << ", " << c.y;
+    }
 }
 
 TEST(Track, KerbIsPassableFourCellsFromTheRoad) {
     Track const track = track_from_rows({"*!rrrrrr", "b!wwwwww"});
     EXPECT_TRUE(cell_is_passable(track, 5, 0));
     EXPECT_FALSE(cell_is_passable(track, 6, 0));
-    EXPECT_FALSE(cell_is_passable(track, 0, 1));
-    EXPECT_FALSE(cell_is_passable(track, -1, 0));
-    EXPECT_FALSE(cell_is_passable(track, 0, 2));
+    for (Cell const wall : {Cell{0, 1}, {-1, 0}, {0, 2}}) {
+        EXPECT_FALSE(cell_is_passable(track, wall.column, wall.row));
+    }
     float rumble = 0.0F;
-    EXPECT_EQ(sample_surface(track, at(7.5, 0.5), rumble).resist, SIM_RW_RESIST);
+    EXPECT_EQ(sample_surface(track, {.x = 7.5, .y = 0.5}, rumble).resist, SIM_RW_RESIST);
 }
 
-TEST(Track, FieldsMatchTheirDefinitionOnRandomGrids) {
+TEST(Track, GrassDistanceIsAsDefinedOnRandomGrids) {
     std::mt19937 random(7);
     std::string const kinds = "..*!rrwwggggggggggbx";
     for (auto const& [width, height] : {std::pair{1, 1}, {1, 40}, {40, 1}, {7, 5}, {33, 64}}) {
@@ -116,38 +86,30 @@ TEST(Track, FieldsMatchTheirDefinitionOnRandomGrids) {
         for (int i = 0; i < width * height; ++i) {
             track.cells.push_back(static_cast<std::uint8_t>(kinds[random() % kinds.size()]));
         }
-        track.start_x = width / 2;
-        track.start_y = height / 2;
         track.compute_grass_distance();
-        track.compute_start_distance();
-        for (int row = 0; row < height; ++row) {
-            for (int column = 0; column < width; ++column) {
-                ASSERT_EQ(track.grass_distance[track.index(column, row)],
-                          plain_grass_distance(track, column, row))
-                    << column << ", " << row << " of " << width << " x " << height;
-            }
+        for (int i = 0; i < width * height; ++i) {
+            ASSERT_EQ(track.grass_distance[static_cast<std::size_t>(i)],
+                      plain_grass_distance(track, i % width, i / width))
+                << i << " of " << width << " x " << height;
         }
-        std::int32_t most = 0;
-        EXPECT_EQ(track.start_distance, plain_start_distance(track, most));
-        EXPECT_EQ(track.start_distance_max, most);
     }
 }
 
-TEST(Track, FieldsOfOddGrids) {
-    Track track;
-    track.width = 3;
-    track.height = 3;
-    track.cells.assign(9, 'g');
-    track.start_x = 3;
-    track.compute_grass_distance();
-    track.compute_start_distance();
-    EXPECT_EQ(track.grass_distance, std::vector<std::uint8_t>(9, 5));
-    EXPECT_EQ(track.start_distance, std::vector<std::int32_t>(9, -1));
-    EXPECT_EQ(track.start_distance_max, 0);
-
+TEST(Track, StartDistanceCountsStepsOnTheRoadUpToTheLine) {
+    Track const track = track_from_rows({"*.g.", "gg.g", "!..."});
+    EXPECT_EQ(track.start_distance,
+              (std::vector<std::int32_t>{0, 1, -1, 3, -1, -1, 2, -1, 4, 3, 3, 3}));
+    EXPECT_EQ(track.start_distance_max, 3);
     // The line closes the start off from what lies behind it.
     Track const closed = track_from_rows({"*.!..."});
     EXPECT_EQ(closed.start_distance, (std::vector<std::int32_t>{0, 1, 2, -1, -1, -1}));
+
+    Track nowhere;
+    nowhere.width = nowhere.height = nowhere.start_x = 3; // off the grid
+    nowhere.cells.assign(9, 'g');
+    nowhere.compute_start_distance();
+    EXPECT_EQ(nowhere.start_distance, std::vector<std::int32_t>(9, -1));
+    EXPECT_EQ(nowhere.start_distance_max, 0);
 }
 
 } // namespace
