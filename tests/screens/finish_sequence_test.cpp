@@ -103,6 +103,23 @@ TEST(FinishSequence, stop_silences_at_once_and_a_new_start_begins_afresh) {
     EXPECT_EQ(run.plays(CROWD), 1U);
 }
 
+TEST(FinishScreen, is_left_at_once_by_escape_or_a_quit) {
+    SDL_InitSubSystem(SDL_INIT_VIDEO);
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    Canvas const canvas(64, 36);
+    Audio audio;
+    Uint32 const start = SDL_GetTicks();
+    for (SDL_EventType const type : {SDL_KEYDOWN, SDL_QUIT}) {
+        SDL_Event event{};
+        event.type = type;
+        if (type == SDL_KEYDOWN) event.key.keysym.scancode = SDL_SCANCODE_ESCAPE;
+        SDL_PushEvent(&event);
+        EXPECT_EQ(run_finish_sequence(nullptr, canvas.renderer(), audio), type == SDL_KEYDOWN);
+    }
+    EXPECT_LT(SDL_GetTicks() - start, 7000U) << "it ends by itself later";
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}
+
 TEST(FinishScreen, lasts_until_the_fanfare_has_rung_out) {
     TempDir const folder;
     WorkingDir const inside(folder.path());
