@@ -3,13 +3,11 @@
 import re
 import unittest
 
-from driver import Game, near
+from driver import Game, menu_of, near, winner
 from tracks import png, ring
 
 GAME_OVER = (395, 262, 495, 84)
-WINNER = (85, 138, 470, 84)
 HINT = (450, 384, 380, 20)
-THUMB = (600, 520, 80, 60)
 GREEN = (60, 250, 60)
 RING = {"tracks/1_ring.trk": ring(), "tracks/1_ring.png": png(GREEN, 200, 150)}
 
@@ -21,28 +19,22 @@ def game_over(p):
             and p.share((20, 600, 100, 100), lambda r, g, b: r + g + b < 240) == 1)
 
 
-def gold(p):
-    return p.share(WINNER, lambda r, g, b: r > 200 and 130 < g < 210 and b < 90) > 0.1
-
-
 class AiRace(unittest.TestCase):
     def test_both_cars_race_to_game_over(self):
         with Game("-ai2", "-race=1", "7") as game:
-            winner = game.wait_line(r"^P([12]) lap 1: \d+\.\d{3} s  \(best\)$")[1]
-            game.wait_line(f"^P{winner} finished the race$")
-            game.wait_line(r"^P[12] lap 1: ")
-            game.wait_line(r"^P[12] finished the race$")
+            first = game.wait_line(r"^P([12]) lap 1: \d+\.\d{3} s  \(best\)$")[1]
+            second = "2" if first == "1" else "1"
+            game.wait_line(f"^P{second} finished the race$")
             game.wait_picture(game_over)
             race = [re.sub(r"\d+\.\d{3}", "T", line) for line in game.lines[2:]]
-            loser = "2" if winner == "1" else "1"
-            self.assertEqual(race, [f"P{winner} lap 1: T s  (best)", f"P{winner} finished the race",
-                                    f"P{loser} lap 1: T s  (best)", f"P{loser} finished the race"])
+            self.assertEqual(race, [f"P{first} lap 1: T s  (best)", f"P{first} finished the race",
+                                    f"P{second} lap 1: T s  (best)", f"P{second} finished the race"])
             self.assertEqual(game.errors, [])
 
     def test_game_over_by_escape_its_keys_and_the_limit_of_time(self):
         with Game("-ai", "-race=1", without=("tracks",), files=RING) as game:
             game.wait_line(r"^P1 finished the race$")
-            game.wait_picture(gold)
+            game.wait_picture(winner)
             game.press("Escape")
             game.wait_picture(game_over)
             before = len(game.lines)
@@ -55,13 +47,13 @@ class AiRace(unittest.TestCase):
             game.wait_line(r"^P2 out of time — race over$")
             game.wait_picture(game_over)
             game.press("space")
-            game.wait_picture(lambda p: p.share(THUMB, near(GREEN, 20)) > 0.9)
+            game.wait_picture(menu_of(GREEN))
             game.press("1", "Return")
             game.wait_race()
             game.press("l")  # the menu began with a practice, which has a flying start
             game.wait_line("^flying start: off$")
             game.press("Escape")
-            game.wait_picture(lambda p: p.share(THUMB, near(GREEN, 20)) > 0.9)
+            game.wait_picture(menu_of(GREEN))
             game.press("Escape")
             self.assertEqual(game.wait_exit(), 0)
 
