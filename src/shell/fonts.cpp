@@ -57,8 +57,8 @@ void Fonts::open_all(double scale) {
 }
 
 void Fonts::close() {
-    for (FontEntry const& entry : FONT_TABLE) {
-        TTF_Font*& font = this->*entry.field;
+    for (auto entry = FONT_TABLE.rbegin(); entry != FONT_TABLE.rend(); ++entry) {
+        TTF_Font*& font = this->*entry->field;
         if (font != nullptr) TTF_CloseFont(font);
         font = nullptr;
     }
