@@ -59,12 +59,12 @@ int logical_size(int pixels, double scale) {
 
 std::array<std::string, 10> discover_track_pngs() {
     std::array<std::string, 10> pictures;
-    visit_track_files([&pictures](int slot, fs::path const& path) {
-        std::string& taken = pictures[static_cast<std::size_t>(slot)];
-        fs::path const picture = fs::path(path).replace_extension(".png");
+    for (TrackFile const& file : find_track_files()) {
+        std::string& taken = pictures[file.slot];
+        fs::path const picture = fs::path(file.path).replace_extension(".png");
         std::error_code ignored;
         if (taken.empty() && fs::exists(picture, ignored)) taken = picture.string();
-    });
+    }
     return pictures;
 }
 

@@ -142,8 +142,8 @@ bool load_track(std::string const& path, Track& track) {
     return true;
 }
 
-void visit_track_files(
-    std::function<void(int slot, std::filesystem::path const& path)> const& visit) {
+std::vector<TrackFile> find_track_files() {
+    std::vector<TrackFile> files;
     std::error_code error;
     for (fs::directory_iterator entry("tracks", error), end; !error && entry != end;
          entry.increment(error)) {
@@ -151,16 +151,16 @@ void visit_track_files(
         if (name.size() <= 2 || name[0] < '1' || name[0] > '9' || name[1] != '_') continue;
         std::error_code ignored;
         if (entry->path().extension() != ".trk" || !entry->is_regular_file(ignored)) continue;
-        visit(name[0] - '0', entry->path());
+        files.push_back({static_cast<std::size_t>(name[0] - '0'), entry->path()});
     }
+    return files;
 }
 
 std::array<std::string, 10> discover_tracks() {
     std::array<std::string, 10> slots;
-    visit_track_files([&slots](int slot, fs::path const& path) {
-        std::string& taken = slots[static_cast<std::size_t>(slot)];
-        if (taken.empty()) taken = path.string();
-    });
+    for (TrackFile const& file : find_track_files()) {
+        if (slots[file.slot].empty()) slots[file.slot] = file.path.string();
+    }
     return slots;
 }
 

@@ -5,18 +5,23 @@
 #include "world/track.h"
 
 #include <array>
+#include <cstddef>
 #include <filesystem>
-#include <functional>
 #include <string>
+#include <vector>
 
 // Reads a .trk file. True if it gave a complete track, which then replaces `track` whole; on
 // false `track` is unchanged. Memory stays in proportion to the rows that the file really holds.
 bool load_track(std::string const& path, Track& track);
 
-// Calls `visit` with the slot, 1..9, and the path of each track file in the folder "tracks", in the
-// folder's own order; not at all if it cannot be opened.
-void visit_track_files(
-    std::function<void(int slot, std::filesystem::path const& path)> const& visit);
+struct TrackFile {
+    std::size_t slot; // 1..9
+    std::filesystem::path path;
+};
+
+// The track files of the folder "tracks" in the folder's own order; none if it cannot be opened.
+// Several may claim the same slot.
+std::vector<TrackFile> find_track_files();
 
 // The track files of the folder "tracks" by slot 1..9; an empty string for an empty slot. Index 0
 // is never used.
