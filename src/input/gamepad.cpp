@@ -32,7 +32,9 @@ Steering read_steering(Gamepad const& pad) {
     }
     if (within(pad.turn_axis, SDL_JoystickNumAxes(pad.joystick))) {
         int const axis = SDL_JoystickGetAxis(pad.joystick, pad.turn_axis);
-        return {axis<-STEERING_THRESHOLD, axis> STEERING_THRESHOLD};
+        bool const left = axis < -STEERING_THRESHOLD;
+        bool const right = axis > STEERING_THRESHOLD;
+        return {left, right};
     }
     return {};
 }

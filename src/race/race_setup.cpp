@@ -294,23 +294,9 @@ char const* GameLoop::pick_race_music() {
 }
 
 void GameLoop::reset_players() {
-    reset_player(sim.p1, track, -1);
-    reset_player(sim.p2, track, 1);
-    for (Player* player : {&sim.p1, &sim.p2}) {
-        player->lap_start_ms = static_cast<double>(sim.sim_time_ms);
-        player->race_start_ms = player->lap_start_ms;
-        player->finish_ms = 0.0;
-        load_saved_ghost(*player, track_slot);
-    }
-    if (!sim.flying_start) return;
-    place_cars_flying_start(sim.p1.car, sim.p2.car, track);
-    for (Player* player : {&sim.p1, &sim.p2}) {
-        player->prev_car = player->car;
-        player->goal_prev_x = player->car.x;
-        player->goal_prev_y = player->car.y;
-        player->goal_prev_valid = true;
-        player->waiting_for_line = true;
-    }
+    line_up_players(sim, track);
+    load_saved_ghost(sim.p1, track_slot);
+    load_saved_ghost(sim.p2, track_slot);
 }
 
 void GameLoop::clear_records() {
