@@ -54,8 +54,15 @@ std::optional<int> run_console_modes(Options const& options) {
     return std::nullopt;
 }
 
+// No failure of sound stops the game: without a driver for it the rest comes up alone, and opening
+// the device has a try of its own later.
+bool start_sdl() {
+    unsigned const rest = SDL_INIT_VIDEO | SDL_INIT_JOYSTICK;
+    return SDL_Init(rest | SDL_INIT_AUDIO) == 0 || SDL_Init(rest) == 0;
+}
+
 bool start_libraries() {
-    if (SDL_Init(SDL_INIT_VIDEO | SDL_INIT_AUDIO | SDL_INIT_JOYSTICK) != 0) {
+    if (!start_sdl()) {
         std::fprintf(stderr, "SDL_Init failed: %s\n", SDL_GetError());
         return false;
     }

@@ -113,7 +113,7 @@ class Display:
 class Game:
     """The program in a folder of its own that borrows the game's assets, with records of its own."""
 
-    def __init__(self, *args, without=(), files=None, records=None):
+    def __init__(self, *args, without=(), files=None, records=None, sound="dummy"):
         self.folder = tempfile.mkdtemp(prefix="brindle-play-")
         self.home = tempfile.mkdtemp(prefix="brindle-home-")
         for name in {"art", "music", "sounds", "tracks"}.difference(without):
@@ -126,7 +126,7 @@ class Game:
                     file.write(content)
         self.display = Display()
         self.lines, self.errors, self.fresh = [], [], queue.Queue()
-        environment = {**os.environ, "DISPLAY": self.display.name, "SDL_AUDIODRIVER": "dummy",
+        environment = {**os.environ, "DISPLAY": self.display.name, "SDL_AUDIODRIVER": sound,
                        "SDL_VIDEODRIVER": "x11", "XDG_DATA_HOME": self.home}
         environment.pop("WAYLAND_DISPLAY", None)
         self.process = subprocess.Popen(

@@ -107,6 +107,13 @@ class Files(unittest.TestCase):
             self.assertEqual(
                 game.errors.count("load_track(tracks/6_unmarked.trk): missing '*' or '!'"), 2)
 
+    def test_sound_that_does_not_come_up(self):
+        with Game("-fast", sound="no-such-driver") as game:
+            game.wait_race()
+            self.assertEqual(game.errors[-1], "continuing without audio")
+            game.hold("f")
+            game.wait_line("^P1 flying start: clock running$")
+
     def test_joysticks_that_are_not_there(self):
         conf = b"[RED]\ndevice = js7 ; mine\nturn=hat0\n[blue]\ndevice=pad\n[other]\ndevice=js3\n"
         with Game("-fast", files={"input.conf": conf}) as game:
