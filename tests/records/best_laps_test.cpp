@@ -1,6 +1,7 @@
 #include "records/best_laps.h"
 #include "records/printed.h"
 #include "support/files.h"
+#include "support/records.h"
 
 #include <gtest/gtest.h>
 
@@ -17,11 +18,7 @@ std::string table_path() {
     return pref_path("best_lap_times.txt");
 }
 
-class BestLaps : public testing::Test {
-protected:
-    void SetUp() override { fs::remove_all(table_path()); }
-    void TearDown() override { fs::remove_all(table_path()); }
-};
+using BestLaps = RecordsTest;
 
 BestLapTable load(std::string const& text) {
     write_file(table_path(), text);

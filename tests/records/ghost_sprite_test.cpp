@@ -1,5 +1,6 @@
 #include "records/ghost_sprite.h"
 #include "records/ghost_tuning_screen.h"
+#include "records/printed.h"
 #include "render/colors.h"
 #include "support/canvas.h"
 #include "support/child.h"
@@ -72,31 +73,20 @@ TEST(GhostTexture, ComesFromAFileAndIsEmptyWithoutOne) {
     EXPECT_FALSE(ghost_make_texture(canvas.renderer(), folder.file("no.png").c_str(), RIM));
 }
 
-TEST(Silhouette, IsBlackAboveTheThresholdOnly) {
+TEST(Silhouette, IsBlackAboveTheThresholdOnlyAndFitsItsPlace) {
     SurfaceHandle const source = make_surface(3, 1, CLEAR);
     set_surface_pixel(source.get(), 1, 0, {50, 60, 70, 100});
     set_surface_pixel(source.get(), 2, 0, {50, 60, 70, 255});
-    Canvas canvas(3, 1);
+    Canvas canvas(3, 7);
     for (auto const& [threshold, black] : {std::pair{0, 2}, {99, 2}, {100, 1}, {255, 0}}) {
         canvas.clear(WHITE);
         TextureHandle const texture(
             make_silhouette_texture(canvas.renderer(), source.get(), threshold));
-        draw_fitted(canvas.renderer(), texture.get(), {0, 0, 3, 1});
-        EXPECT_EQ(canvas.count({0, 0, 3, 1}, WHITE), 3 - black);
-        EXPECT_EQ(canvas.count({0, 0, 3, 1}, BLACK), black);
+        draw_fitted(canvas.renderer(), texture.get(), {0, 0, 3, 7}); // keeps its proportions
+        EXPECT_EQ(canvas.count({0, 3, 3, 1}, BLACK), black);
+        EXPECT_EQ(canvas.count({0, 0, 3, 7}, WHITE), 21 - black);
     }
     EXPECT_EQ(make_silhouette_texture(canvas.renderer(), nullptr, 0), nullptr);
-}
-
-TEST(DrawFitted, KeepsProportionsAndCentres) {
-    Canvas const canvas(100, 80);
-    SurfaceHandle const wide = make_surface(40, 10, WHITE);
-    TextureHandle const texture(SDL_CreateTextureFromSurface(canvas.renderer(), wide.get()));
-    draw_fitted(canvas.renderer(), nullptr, {10, 10, 80, 60});
-    EXPECT_EQ(canvas.count({0, 0, 100, 80}, WHITE), 0);
-    draw_fitted(canvas.renderer(), texture.get(), {10, 10, 80, 60});
-    EXPECT_EQ(canvas.count({10, 30, 80, 20}, WHITE), 80 * 20);
-    EXPECT_EQ(canvas.count({0, 0, 100, 80}, WHITE), 80 * 20);
 }
 
 void push_key(SDL_Scancode key) {
@@ -123,14 +113,14 @@ TEST(GhostTuningScreen, KeysChangeTheMeasuresWithinTheirBounds) {
         std::printf("%d\n", run_test_ghost(nullptr, canvas.renderer()) ? 1 : 0);
     });
     EXPECT_EQ(child.status, 0);
-    std::string wanted = "outline K = 35 px\nalpha threshold = 0 (alpha <= 0 is transparent)\n"
-                         "outline K = 36 px\noutline K = 35 px\n";
+    std::string const at_start =
+        "outline K = 35 px\nalpha threshold = 0 (alpha <= 0 is transparent)\n";
+    std::string wanted = at_start + "outline K = 36 px\noutline K = 35 px\n";
     for (int i = 4; i < 259; i += 4) {
-        std::string const t = std::to_string(std::min(i, 255));
-        wanted.append("alpha threshold = ").append(t);
-        wanted.append(" (alpha <= ").append(t).append(" is transparent)\n");
+        int const t = std::min(i, 255);
+        wanted += printed("alpha threshold = %d (alpha <= %d is transparent)\n", t, t);
     }
-    wanted += "1\noutline K = 35 px\nalpha threshold = 0 (alpha <= 0 is transparent)\n0\n";
+    wanted += "1\n" + at_start + "0\n";
     EXPECT_EQ(child.out, wanted);
 }
 

@@ -5,6 +5,7 @@
 #include "records/replace_file.h"
 #include "support/child.h"
 #include "support/files.h"
+#include "support/records.h"
 
 #include <gtest/gtest.h>
 
@@ -97,15 +98,7 @@ bool mount_small_disk(fs::path const& folder) {
     return mount("none", folder.c_str(), "tmpfs", 0, "size=32k") == 0;
 }
 
-class ReplaceFile : public testing::Test {
-protected:
-    void SetUp() override { empty_folder(); }
-    void TearDown() override { empty_folder(); }
-    void empty_folder() const {
-        for (auto const& entry : fs::directory_iterator(folder)) fs::remove_all(entry);
-    }
-    fs::path const folder = pref_path("");
-};
+using ReplaceFile = RecordsTest;
 
 } // namespace
 

@@ -48,16 +48,6 @@ TEST_F(Driver, KeepsItsSpeedAndTurnsFromWalls) {
     EXPECT_TRUE(drive(510.5, 980.0, 0.4, 0.2).left);
 }
 
-TEST_F(Driver, OnlyAWayForwardsCounts) {
-    // Progress grows downwards, one step a row: facing +x, the lower half of the fan leads on.
-    for (std::size_t i = 0; i < track.cells.size(); ++i) {
-        track.start_distance[i] = static_cast<std::int32_t>(i) / track.width;
-    }
-    track.start_distance_max = track.height;
-    EXPECT_TRUE(drive(510.5, 510.5, 0.0, 0.2).right);
-    EXPECT_TRUE(drive(510.5, 510.5, std::numbers::pi, 0.2).left);
-}
-
 TEST_F(Driver, ChasesTheOtherCarUnlessItIsBehindOrOutOfSight) {
     track.start_distance.assign(track.start_distance.size(), 50);
     track.start_distance_max = 1000;

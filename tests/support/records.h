@@ -1,0 +1,23 @@
+#pragma once
+
+// For tests that write records: they begin and end with an empty preference folder.
+
+#include "records/best_laps.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+class RecordsTest : public testing::Test {
+protected:
+    RecordsTest() { empty_folder(); }
+    ~RecordsTest() override { empty_folder(); }
+
+    void empty_folder() const {
+        for (auto const& entry : std::filesystem::directory_iterator(folder)) {
+            std::filesystem::remove_all(entry);
+        }
+    }
+
+    std::filesystem::path const folder = pref_path("");
+};
