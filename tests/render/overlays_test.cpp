@@ -24,11 +24,6 @@ SDL_Color brightest(Canvas const& canvas, SDL_Rect const& area) {
 
 class Overlays : public testing::Test {
 protected:
-    void draw_lap_overlay(unsigned now) {
-        canvas.clear(BLACK);
-        render_lap_overlay(canvas.renderer(), LEFT_HALF, view, mono.fonts, now);
-    }
-
     Canvas canvas{1280, 720};
     MonoFonts mono;
     PlayerView view;
@@ -36,38 +31,37 @@ protected:
 
 } // namespace
 
-TEST_F(Overlays, LapTimeFadesInItsLast350Milliseconds) {
-    view.lap_overlay_until_ms = 2500;
-    view.lap_overlay_time_ms = 23450;
-    for (auto const& [now, alpha] :
-         {std::pair{1000U, 220}, {2150U, 220}, {2325U, 110}, {2499U, 0}, {2500U, 0}}) {
-        draw_lap_overlay(now);
-        EXPECT_NEAR(brightest(canvas, {0, 310, 640, 100}).g, 245 * alpha / 255, 2) << now;
-        EXPECT_EQ(canvas.count_other({640, 0, 640, 720}, BLACK), 0) << "in this half only";
-    }
-    EXPECT_EQ(canvas.count_other(LEFT_HALF, BLACK), 0);
-}
-
-TEST_F(Overlays, LapTimeSaysHowGoodTheLapWas) {
+TEST_F(Overlays, LapTimeSaysHowGoodTheLapWasAndFades) {
     view.lap_overlay_until_ms = 2500;
     struct Case {
+        unsigned now;
         bool best;
         int record;
+        int alpha;
         int time_red;
         SDL_Color below;
     };
-    for (Case const& c : {Case{true, 0, 150, BLACK},
-                          {false, 1, 245, {255, 255, 40, 255}},   // a personal best
-                          {false, 2, 245, {255, 45, 45, 255}}}) { // a lap record
+    for (Case const& c : {Case{1000, false, 0, 220, 245, BLACK},
+                          {1000, true, 0, 220, 150, BLACK},
+                          {1000, false, 1, 220, 245, {255, 255, 40, 255}}, // a personal best
+                          {1000, false, 2, 220, 245, {255, 45, 45, 255}},  // a lap record
+                          {2150, false, 2, 220, 245, {255, 45, 45, 255}},  // 350 ms left
+                          {2325, false, 2, 110, 245, {255, 45, 45, 255}},
+                          {2499, false, 2, 0, 245, BLACK}}) {
         view.lap_overlay_is_best = c.best;
         view.lap_overlay_record = c.record;
-        draw_lap_overlay(1000);
-        EXPECT_NEAR(brightest(canvas, {0, 310, 640, 100}).r, c.time_red * 220 / 255, 2);
+        canvas.clear(BLACK);
+        render_lap_overlay(canvas.renderer(), LEFT_HALF, view, mono.fonts, c.now);
+        EXPECT_NEAR(brightest(canvas, {0, 310, 640, 100}).r, c.time_red * c.alpha / 255, 2);
         SDL_Color const below = brightest(canvas, {0, 418, 640, 60});
-        EXPECT_NEAR(below.r, c.below.r * 220 / 255, 2) << c.record;
-        EXPECT_NEAR(below.g, c.below.g * 220 / 255, 2) << c.record;
-        EXPECT_NEAR(below.b, c.below.b * 220 / 255, 2) << c.record;
+        EXPECT_NEAR(below.r, c.below.r * c.alpha / 255, 2) << c.now;
+        EXPECT_NEAR(below.g, c.below.g * c.alpha / 255, 2) << c.now;
+        EXPECT_NEAR(below.b, c.below.b * c.alpha / 255, 2) << c.now;
+        EXPECT_EQ(canvas.count_other({640, 0, 640, 720}, BLACK), 0) << "in this half only";
     }
+    canvas.clear(BLACK);
+    render_lap_overlay(canvas.renderer(), LEFT_HALF, view, mono.fonts, 2500);
+    EXPECT_EQ(canvas.count_other(LEFT_HALF, BLACK), 0);
 }
 
 TEST_F(Overlays, LastLapFlashesTwice) {
