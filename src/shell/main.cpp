@@ -20,6 +20,7 @@
 
 #include <cstdio>
 #include <optional>
+#include <string_view>
 
 namespace {
 
@@ -73,6 +74,15 @@ bool start_libraries() {
     return true;
 }
 
+// Whether SDL's choice of a renderer will be OpenGL. A window that is not made for it is destroyed
+// and made again with the renderer: a flash on the screen, and a sixth of a second of the player's
+// time.
+bool will_draw_by_opengl() {
+    SDL_RendererInfo first{};
+    return SDL_GetHint(SDL_HINT_RENDER_DRIVER) == nullptr &&
+           SDL_GetRenderDriverInfo(0, &first) == 0 && std::string_view(first.name) == "opengl";
+}
+
 // A window of 2560 x 1440, or the whole desktop. The full-screen window is made at the desktop's
 // size: where no window manager resizes it, a larger one would stay as it was made and show a
 // corner of the picture.
@@ -81,8 +91,13 @@ SDL_Window* create_window(bool windowed) {
                            (windowed ? 0U : unsigned{SDL_WINDOW_FULLSCREEN_DESKTOP});
     SDL_DisplayMode desktop{};
     bool const known = !windowed && SDL_GetDesktopDisplayMode(0, &desktop) == 0;
-    return SDL_CreateWindow("Brindle Run", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
-                            known ? desktop.w : WINDOW_W, known ? desktop.h : WINDOW_H, flags);
+    auto const create = [&](unsigned more_flags) {
+        return SDL_CreateWindow("Brindle Run", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                                known ? desktop.w : WINDOW_W, known ? desktop.h : WINDOW_H,
+                                flags | more_flags);
+    };
+    SDL_Window* window = will_draw_by_opengl() ? create(SDL_WINDOW_OPENGL) : nullptr;
+    return window != nullptr ? window : create(0);
 }
 
 std::optional<Screen> open_screen(bool windowed) {
