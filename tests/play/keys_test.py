@@ -100,12 +100,6 @@ class Keys(unittest.TestCase):
             game.press("1")
             game.wait_picture(lambda p: p.share(OTHER_VIEW, near(PINK)) > 0.9)
 
-    def test_missing_slot_on_the_command_line(self):
-        for slot in ("3", "5"):
-            with self.race(slot) as game:
-                game.wait_race()
-                self.assertIn(f"track {slot} not found, picking default", game.errors)
-
     def test_views(self):
         with self.race() as game:
             game.wait_race()

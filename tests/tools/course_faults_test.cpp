@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <span>
 
 namespace {
 
@@ -22,6 +23,19 @@ struct Broken {
     int line;
     char const* cause;
 };
+
+// Reads the small course with each thing broken, and looks at the first fault that `read` finds.
+template <typename Read>
+void expect_faults(std::span<Broken const> cases, Read read) {
+    for (Broken const& broken : cases) {
+        SCOPED_TRACE(broken.with);
+        Faults faults;
+        EXPECT_FALSE(read(replaced(small_course(), broken.what, broken.with), faults));
+        ASSERT_FALSE(faults.empty());
+        EXPECT_EQ(faults[0].line, broken.line);
+        EXPECT_THAT(faults[0].cause, HasSubstr(broken.cause));
+    }
+}
 
 TEST(CourseParser, TellsLineAndCauseOfEveryBadStatement) {
     constexpr std::array<Broken, 19> CASES{{
@@ -45,14 +59,11 @@ TEST(CourseParser, TellsLineAndCauseOfEveryBadStatement) {
         {"pine   400 250 30", "row house 20 10 1 1 2 2", 13, "no kind of round thing"},
         {"pine   400 250 30", "row tree 20 10 1 1 2", 13, "the point's y is missing"},
     }};
-    for (Broken const& broken : CASES) {
-        SCOPED_TRACE(broken.with);
-        Faults faults;
-        EXPECT_FALSE(parse_course(replaced(small_course(), broken.what, broken.with), faults));
-        ASSERT_EQ(faults.size(), 1U);
-        EXPECT_EQ(faults[0].line, broken.line);
-        EXPECT_THAT(faults[0].cause, HasSubstr(broken.cause));
-    }
+    expect_faults(CASES, [](std::string const& text, Faults& faults) {
+        bool const good = parse_course(text, faults).has_value();
+        EXPECT_EQ(faults.size(), 1U);
+        return good;
+    });
 }
 
 TEST(ThemeParser, TellsLineAndCauseOfABadThemeRule) {
@@ -94,30 +105,22 @@ TEST(CourseChecks, RefuseWhatCouldNotBeRaced) {
          "goal   230 60 230 140\nstart  248 100", 8, "no run-up"},
         {"pine   400 250 30", "pine   400 140 30", 13, "stands on the road"},
     }};
-    for (Broken const& broken : CASES) {
-        SCOPED_TRACE(broken.with);
-        Faults faults;
-        EXPECT_FALSE(compile_text(replaced(small_course(), broken.what, broken.with), faults));
-        ASSERT_FALSE(faults.empty());
-        EXPECT_EQ(faults[0].line, broken.line);
-        EXPECT_THAT(faults[0].cause, HasSubstr(broken.cause));
-    }
+    expect_faults(CASES, compile_text);
 }
 
 TEST(TrackCompiler, NamesFileLineAndCauseAndFailsWithoutWritingATrack) {
     TempDir const dir;
-    write_file(dir.path() / "x.course",
-               replaced(small_course(), "start  418 100", "start  382 100"));
-    std::string theme = read_file(std::string(BRINDLE_COURSES) + "/themes/coast.theme");
-    write_file(dir.path() / "plain.theme", theme);
+    write_file(dir.file("x.course"), replaced(small_course(), "start  418", "start  382"));
+    write_file(dir.file("plain.theme"),
+               read_file(std::string(BRINDLE_COURSES) + "/themes/coast.theme"));
     std::string const call = std::string(TRACK_COMPILER) + " " + dir.file("x.course") + " " +
                              dir.path().string() + " " + dir.file("1_x") + " 2> " +
                              dir.file("errors");
     int const status = std::system(call.c_str()); // NOLINT(cert-env33-c): our own program
     EXPECT_EQ(WEXITSTATUS(status), 1);
-    EXPECT_THAT(read_file(dir.path() / "errors"),
+    EXPECT_THAT(read_file(dir.file("errors")),
                 testing::StartsWith(dir.file("x.course") + ":8: start: it must lie"));
-    EXPECT_FALSE(std::filesystem::exists(dir.path() / "1_x.trk"));
+    EXPECT_FALSE(std::filesystem::exists(dir.file("1_x.trk")));
 }
 
 } // namespace
