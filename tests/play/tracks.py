@@ -4,6 +4,10 @@ import struct
 import zlib
 
 
+def written(rows):
+    return f"{len(rows[0])} {len(rows)}\n".encode() + "\n".join(map("".join, rows)).encode()
+
+
 def track(width, height, ground="."):
     """An open field with the goal line in its middle; cars start to the right of it."""
     rows = [[ground] * width for _ in range(height)]
@@ -11,8 +15,7 @@ def track(width, height, ground="."):
     for y in range(middle - 20, middle + 21):
         rows[y][width // 2] = "!"
     rows[middle][width // 2 + 10] = "*"
-    text = f"{width} {height}\n" + "".join("".join(row) + "\n" for row in rows)
-    return text.encode()
+    return written(rows)
 
 
 def open_field():
@@ -21,18 +24,19 @@ def open_field():
     for y in range(100, 360):
         rows[y][400] = "!"
     rows[300][410] = "*"
-    return b"800 800\n" + "\n".join("".join(row) for row in rows).encode()
+    return written(rows)
 
 
 def ring():
     """A short round course, wall to wall, that the computer laps in a few seconds."""
-    rows = [["g"] * 500 for _ in range(400)]
-    for y in range(400):
-        for x in range(500):
-            if 95**2 < (x - 250) ** 2 + (y - 200) ** 2 < 185**2:
-                rows[y][x] = "!" if x == 250 and y < 200 else "."
+    def cell(x, y):
+        if not 95**2 < (x - 250) ** 2 + (y - 200) ** 2 < 185**2:
+            return "g"
+        return "!" if x == 250 and y < 200 else "."
+
+    rows = [[cell(x, y) for x in range(500)] for y in range(400)]
     rows[60][262] = "*"
-    return b"500 400\n" + "\n".join("".join(row) for row in rows).encode()
+    return written(rows)
 
 
 def png(rgb, width=8, height=8):
