@@ -18,21 +18,12 @@ using testing::Not;
 
 constexpr int RATE = 22050;
 
-// Sets an environment variable and puts the old value back.
-class Environment {
-public:
-    Environment(char const* name, std::string const& value) : name_(name) {
-        char const* const before = std::getenv(name);
-        before_ = before != nullptr ? before : "";
-        setenv(name, value.c_str(), 1);
-    }
-    ~Environment() { setenv(name_, before_.c_str(), 1); }
-    Environment(Environment const&) = delete;
-    Environment& operator=(Environment const&) = delete;
-
-private:
-    char const* name_;
-    std::string before_;
+// Another driver than the dummy of all other tests.
+struct AudioDriver {
+    explicit AudioDriver(char const* name) { setenv("SDL_AUDIODRIVER", name, 1); }
+    ~AudioDriver() { setenv("SDL_AUDIODRIVER", "dummy", 1); }
+    AudioDriver(AudioDriver const&) = delete;
+    AudioDriver& operator=(AudioDriver const&) = delete;
 };
 
 // A sound file in a folder of its own.
@@ -100,8 +91,8 @@ TEST(AudioFiles, a_slot_keeps_its_sound_when_a_load_fails_and_music_does_not) {
 TEST(AudioDevice, plays_what_is_asked_for_through_sdl) {
     TempDir const folder;
     std::string const path = folder.file("played.raw");
-    Environment const driver("SDL_AUDIODRIVER", "disk");
-    Environment const file("SDL_DISKAUDIOFILE", path);
+    AudioDriver const driver("disk");
+    setenv("SDL_DISKAUDIOFILE", path.c_str(), 1);
     Audio audio;
     testing::internal::CaptureStderr();
     ASSERT_TRUE(audio.open());
@@ -121,7 +112,7 @@ TEST(AudioDevice, plays_what_is_asked_for_through_sdl) {
 }
 
 TEST(AudioDevice, no_driver_after_four_seconds_means_a_silent_game) {
-    Environment const driver("SDL_AUDIODRIVER", "no-such-driver");
+    AudioDriver const driver("no-such-driver");
     Audio audio;
     testing::internal::CaptureStderr();
     Uint32 const start = SDL_GetTicks();

@@ -72,30 +72,23 @@ TEST_F(GamepadTest, HatInRangeWinsOverTheAxisAndDiagonalsCount) {
     EXPECT_EQ(controls(), "l");
 }
 
-TEST_F(GamepadTest, IndicesBeyondTheStickAreIgnored) {
-    stick_.axis(0, 20000);
-    stick_.button(0, true);
-    pad_.turn_axis = VirtualStick::AXES;
-    pad_.accel_button = VirtualStick::BUTTONS;
-    pad_.brake_button = NONE;
-    EXPECT_EQ(controls(), "");
-}
-
-TEST_F(GamepadTest, AddsToTheKeyboardAndNeverClears) {
+TEST_F(GamepadTest, IndicesBeyondTheStickAreIgnoredAndNothingIsEverCleared) {
     stick_.axis(0, 20000);
     Input input{true, true, true, false};
     pad_.poll();
     apply_gamepad(pad_, input, false, false);
     EXPECT_EQ(on(input), "gblr");
+    stick_.button(0, true);
+    pad_.turn_axis = VirtualStick::AXES;
+    pad_.accel_button = VirtualStick::BUTTONS;
+    pad_.brake_button = NONE;
+    EXPECT_EQ(controls(), "");
     pad_.close();
-    pad_.poll();
-    Input untouched;
-    apply_gamepad(pad_, untouched, false, false);
-    EXPECT_EQ(on(untouched), "");
+    EXPECT_EQ(controls(), "");
 }
 
-// Tests that count on the virtual stick being number 0, or on there being none.
-class NoRealStick : public testing::Test {
+// These count on the virtual stick being number 0.
+class OnlyStick : public testing::Test {
 protected:
     void SetUp() override {
         SDL_InitSubSystem(SDL_INIT_JOYSTICK);
@@ -104,8 +97,6 @@ protected:
         if (attached > 0) GTEST_SKIP() << "a real joystick is plugged in";
     }
 };
-using OpenGamepad = NoRealStick;
-using GamepadTestMode = NoRealStick;
 
 // What open_gamepad says with one stick attached, and how it leaves the pad.
 std::string opened(GamepadConfig const& config) {
@@ -119,7 +110,7 @@ std::string opened(GamepadConfig const& config) {
     return child.out + child.err;
 }
 
-TEST_F(OpenGamepad, TellsWhatItFound) {
+TEST_F(OnlyStick, IsToldWhenItIsOpened) {
     GamepadConfig config = config_for("js0");
     EXPECT_THAT(opened(config),
                 testing::MatchesRegex("gamepad: joystick 0 = \".+\" "
@@ -164,7 +155,7 @@ void play_script(void* userdata) {
     std::_Exit(EXIT_SUCCESS);
 }
 
-TEST_F(GamepadTestMode, PrintsEachChangeOnce) {
+TEST_F(OnlyStick, HasEachChangePrintedOnce) {
     ChildResult const child = run_child([] {
         SDL_InitSubSystem(SDL_INIT_JOYSTICK);
         ScriptedStick script;
