@@ -40,8 +40,7 @@ void save_track_picture(char const* path) {
     auto* pixels = static_cast<std::uint8_t*>(picture->pixels);
     for (std::ptrdiff_t i = 0; i < std::ptrdiff_t{picture->h} * picture->pitch; ++i) {
         noise = noise * 1664525U + 1013904223U;
-        pixels[i] =
-            static_cast<std::uint8_t>(100 + (noise >> 30U)); // packs about as ours do
+        pixels[i] = static_cast<std::uint8_t>(100 + (noise >> 30U)); // packs about as ours do
     }
     IMG_SavePNG(picture.get(), path);
 }

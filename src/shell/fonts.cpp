@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <ranges>
 
 namespace {
 
@@ -57,8 +58,8 @@ void Fonts::open_all(double scale) {
 }
 
 void Fonts::close() {
-    for (auto entry = FONT_TABLE.rbegin(); entry != FONT_TABLE.rend(); ++entry) {
-        TTF_Font*& font = this->*entry->field;
+    for (FontEntry const& entry : std::ranges::reverse_view(FONT_TABLE)) {
+        TTF_Font*& font = this->*entry.field;
         if (font != nullptr) TTF_CloseFont(font);
         font = nullptr;
     }
