@@ -7,7 +7,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <ranges>
 
 namespace {
 
@@ -58,9 +57,9 @@ void Fonts::open_all(double scale) {
 }
 
 void Fonts::close() {
-    for (FontEntry const& entry : std::ranges::reverse_view(FONT_TABLE)) {
+    std::for_each(FONT_TABLE.rbegin(), FONT_TABLE.rend(), [this](FontEntry const& entry) {
         TTF_Font*& font = this->*entry.field;
         if (font != nullptr) TTF_CloseFont(font);
         font = nullptr;
-    }
+    });
 }
