@@ -3,6 +3,7 @@
 #include "render/car_sprite.h"
 #include "render/track_view.h"
 #include "render/view_settings.h"
+#include "world/geometry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,6 +23,7 @@ constexpr double WHEEL_OFFSET = 4.455; // from the centre line
 constexpr double MARK_WIDTH = 2.2;
 constexpr double THINNEST_HALF_WIDTH = 0.5; // pixels
 constexpr double SHORTEST_QUAD = 1e-6;      // pixels
+constexpr double STRAIGHTNESS = 1e-6;       // cells squared: what two steps of a straight line span
 constexpr std::uint8_t MARK_SHADE = 25;
 constexpr std::uint32_t START_ALPHA = 230;
 
@@ -106,6 +108,18 @@ bool close_enough(SkidPoint const& a, SkidPoint const& b) {
     return dx * dx + dy * dy <= JOINING_LIMIT;
 }
 
+// Whether `point` adds nothing to the mark between its neighbours: all three are of one age and
+// heading and lie on a straight line, as the points of one step do. A fast car lays twenty of them,
+// and a quad for each would be a fraction of a pixel long.
+bool lies_between(SkidPoint const& a, SkidPoint const& point, SkidPoint const& b) {
+    if (a.time_ms != point.time_ms || point.time_ms != b.time_ms) return false;
+    if (a.heading != point.heading || point.heading != b.heading) return false;
+    if (!close_enough(a, point) || !close_enough(point, b)) return false;
+    Vec2 const before{point.x - a.x, point.y - a.y};
+    Vec2 const after{b.x - point.x, b.y - point.y};
+    return std::abs(cross(before, after)) < STRAIGHTNESS && dot(before, after) > 0.0;
+}
+
 // The quads of one draw call.
 struct MarkBatch {
     std::vector<SDL_Vertex> vertices;
@@ -120,7 +134,10 @@ std::vector<MarkPoint> prepare_points(std::deque<SkidPoint> const& trail, MarkVi
     SkidPoint const* before = nullptr;
     double sine = 0.0;
     double cosine = 0.0;
-    for (SkidPoint const& point : trail) {
+    for (std::size_t i = 0; i < trail.size(); ++i) {
+        SkidPoint const& point = trail[i];
+        bool const inner = i > 0 && i + 1 < trail.size();
+        if (inner && lies_between(trail[i - 1], point, trail[i + 1])) continue;
         // A fast car lays many points with one heading.
         if (before == nullptr || before->heading != point.heading) {
             sine = std::sin(point.heading);
@@ -130,7 +147,7 @@ std::vector<MarkPoint> prepare_points(std::deque<SkidPoint> const& trail, MarkVi
         double const y = point.y * scale - view.top + view.clip.y;
         SDL_Color const color = {MARK_SHADE, MARK_SHADE, MARK_SHADE,
                                  alpha_at(view.now - point.time_ms)};
-        bool const joined = before != nullptr && close_enough(*before, point);
+        bool const joined = i > 0 && close_enough(trail[i - 1], point);
         points.push_back({x, y, -sine * view.offset, cosine * view.offset, color,
                           edges_beyond(x, y, view.clip, reach), joined});
         before = &point;
