@@ -54,6 +54,8 @@ public:
     // Ends the race for both players and starts the high-score music.
     void enter_game_over(std::uint32_t now);
     void apply_music();
+    // Until the next race's own cue: GO, or the practice's start.
+    void silence_race_music();
     char const* pick_race_music();
     bool rebuild_track_texture();
     void refresh_track_tex();

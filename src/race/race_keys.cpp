@@ -31,13 +31,6 @@ char const* on_off(bool on) {
     return on ? "on" : "off";
 }
 
-// The next race waits for its own cue: GO, or the practice's start.
-void silence_race_music(GameLoop& g) {
-    g.sim.music_on = false;
-    g.sim.music_start_tick = 0;
-    g.audio.music_playing = false;
-}
-
 void press_escape(GameLoop& g) {
     if (g.sim.first_finish_tick == 0) {
         g.go_to_menu();
@@ -89,7 +82,7 @@ void toggle_car_sound(GameLoop& g) {
 
 void toggle_flying_start(GameLoop& g) {
     g.sim.flying_start = !g.sim.flying_start;
-    silence_race_music(g);
+    g.silence_race_music();
     g.restart_race(false, false);
     g.reset_players();
     say("flying start: %s\n", on_off(g.sim.flying_start));
@@ -139,7 +132,7 @@ void press_slot(GameLoop& g, int digit) {
             say("track %d failed to load\n", digit);
             return;
         }
-        silence_race_music(g);
+        g.silence_race_music();
     }
     g.restart_race(other_track, false);
     g.reset_players();

@@ -150,12 +150,6 @@ void start_race(GameLoop& g, bool fade_in) {
     SDL_SetRelativeMouseMode(SDL_TRUE);
 }
 
-void hold_race_music(GameLoop& g) {
-    g.sim.music_on = false;
-    g.sim.music_start_tick = 0;
-    g.audio.music_playing = false;
-}
-
 void load_saved_ghost(Player& player, int track_slot) {
     player.disk_trace.clear();
     player.disk_trace_substeps = 1;
@@ -187,7 +181,7 @@ void GameLoop::initial_setup() {
     music_index = -1;
     audio.music_volume = std::clamp(music_volume, 0.0F, 1.0F);
     finish_seq_load(audio);
-    hold_race_music(*this);
+    silence_race_music();
     start_race(*this, fade_in_pending);
 }
 
@@ -202,7 +196,7 @@ void GameLoop::go_to_menu() {
     SDL_SetRelativeMouseMode(SDL_TRUE);
     apply_choice(*this, choice);
     audio.car_sound_active = true;
-    hold_race_music(*this);
+    silence_race_music();
     reset_players();
     start_race(*this, choice.started);
 }
@@ -314,6 +308,12 @@ void GameLoop::restart_race(bool clear, bool keep_music) {
         sim.practice, sim.laps);
     // Only now: loading a song may have taken a while, and the beeps start from this moment.
     if (!sim.practice) start_countdown(sim.countdown, SDL_GetTicks());
+}
+
+void GameLoop::silence_race_music() {
+    sim.music_on = false;
+    sim.music_start_tick = 0;
+    audio.music_playing = false;
 }
 
 void GameLoop::enter_game_over(std::uint32_t now) {

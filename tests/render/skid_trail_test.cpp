@@ -63,6 +63,17 @@ TEST_F(SkidTrail, DrawsTwoFadingMarksBesideTheCentreLine) {
     }
 }
 
+TEST_F(SkidTrail, StraightPartsMayBeDrawnAtOnceButNoBendIsCut) {
+    Canvas canvas(60, 60);
+    canvas.clear(WHITE);
+    PlayerView view;
+    view.skid_points = {{1, 2, 0, 0}, {1.2, 2, 0, 0}, {1.5, 2, 0, 0}, {1.5, 2.5, 0, 0}};
+    draw_skids(canvas.renderer(), view, 0, 0, 0, {0, 0, 60, 60});
+    EXPECT_LT(canvas.at(22, 41).r, 50) << "before the bend";
+    EXPECT_LT(canvas.at(26, 46).r, 50) << "behind it";
+    EXPECT_EQ(canvas.at(22, 45).r, 255) << "on the short cut";
+}
+
 TEST_F(SkidTrail, JoinsOnlyNeighboursAndStaysInsideTheClip) {
     Canvas canvas(120, 60);
     PlayerView view;
