@@ -1,7 +1,7 @@
 // A frame of the help screen against the least that such a frame can be: clear, the lines of the
 // gradient, one copy of the page, present.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 #include "screens/help_screen.h"
 
 #include <benchmark/benchmark.h>

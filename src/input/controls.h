@@ -2,7 +2,7 @@
 
 // From keys to a car's controls, once a displayed frame.
 
-#include "race/player.h"
+#include "base/player.h"
 
 #include <SDL.h>
 

@@ -2,7 +2,7 @@
 
 // One player's joystick and its mapping. Keyboard and gamepad add up.
 
-#include "world/car_state.h"
+#include "base/car_state.h"
 
 #include <SDL.h>
 

@@ -2,7 +2,7 @@
 
 // The clocks that the players read.
 
-#include "race/player.h"
+#include "base/player.h"
 
 #include <cstdint>
 

@@ -5,6 +5,7 @@
 #include "race/race_picture.h"
 #include "render/camera.h"
 #include "render/track_view.h"
+#include "screens/finish_sequence.h"
 #include "world/ai_driver.h"
 
 #include <SDL.h>

@@ -3,11 +3,11 @@
 // The race screen: real time becomes fixed steps of 10 ms, and both views are drawn from states
 // interpolated between the last two of them.
 
+#include "base/fonts.h"
+#include "base/sdl_handles.h"
 #include "input/gamepad.h"
 #include "race/race_tick.h"
 #include "race/simulation.h"
-#include "render/sdl_handles.h"
-#include "shell/fonts.h"
 #include "world/track.h"
 
 #include <array>

@@ -2,7 +2,7 @@
 
 // One frame of the race screen, drawn from the state of the race; changes nothing in it.
 
-#include "world/car_state.h"
+#include "base/car_state.h"
 
 #include <cstdint>
 

@@ -8,6 +8,7 @@
 #include "render/image.h"
 #include "render/track_view.h"
 #include "render/view_settings.h"
+#include "screens/finish_sequence.h"
 #include "screens/intro_screen.h"
 #include "screens/menu_loop.h"
 #include "world/track_file.h"

@@ -3,6 +3,7 @@
 #include "audio/audio.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
+#include "screens/finish_sequence.h"
 #include "world/arcade_bump.h"
 #include "world/car_physics.h"
 #include "world/geometry.h"

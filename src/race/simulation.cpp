@@ -2,6 +2,7 @@
 
 #include "audio/audio.h"
 #include "render/skid_trail.h"
+#include "screens/finish_sequence.h"
 #include "world/geometry.h"
 #include "world/wall_contact.h"
 

@@ -3,8 +3,8 @@
 // The state of a race: both players and what is true of the race as a whole, with the operations
 // that put it back at its start and end it. Knows no window and no keys.
 
-#include "race/player.h"
-#include "screens/finish_sequence.h"
+#include "base/finish_seq.h"
+#include "base/player.h"
 #include "world/track.h"
 
 #include <cstdint>

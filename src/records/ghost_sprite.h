@@ -3,7 +3,7 @@
 // The alternative look of the ghost: a grey car with a rim in a dark version of the player's
 // colour, made from the car's art by a distance transform.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 
 constexpr SDL_Color GHOST_OUTLINE_RED{118, 0, 3, 255};
 constexpr SDL_Color GHOST_OUTLINE_BLUE{2, 25, 152, 255};

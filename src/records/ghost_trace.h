@@ -8,7 +8,7 @@
 // looked at. Nothing here prints: a ghost that cannot be saved is lost, one that cannot be loaded
 // is no ghost.
 
-#include "race/player.h"
+#include "base/player.h"
 
 #include <string>
 #include <vector>

@@ -1,12 +1,12 @@
 #include "records/highscore_report.h"
 
+#include "base/sdl_handles.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
 #include "records/mem_buffer.h"
 #include "records/miniature.h"
 #include "records/pdf.h"
 #include "records/printed.h"
-#include "render/sdl_handles.h"
 #include "world/track_file.h"
 
 #include <SDL_image.h>

@@ -2,7 +2,7 @@
 
 // The camera that follows a car, within the bounds of the track.
 
-#include "race/player.h"
+#include "base/player.h"
 #include "world/track.h"
 
 // Once a displayed frame. `dt` in seconds, `view_w` x `view_h` the visible area in cells.

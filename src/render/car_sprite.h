@@ -3,7 +3,7 @@
 // Car pictures: from a large drawing to a small clean texture, and one car on the screen with its
 // shadow, heading and opacity.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 
 #include <cstdint>
 

@@ -2,8 +2,8 @@
 
 // The bar of numbers on top of each player's view.
 
-#include "race/player.h"
-#include "shell/fonts.h"
+#include "base/fonts.h"
+#include "base/player.h"
 
 // `rect` is the view's viewport; `total_laps` is 0 or less without a limit; the times, in
 // milliseconds, are those of lap_clock and total_clock.

@@ -2,7 +2,7 @@
 
 // Operations on pictures in memory that several screens share.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 
 #include <cstddef>
 #include <cstdint>

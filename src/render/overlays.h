@@ -3,8 +3,8 @@
 // The big words over the race picture, the line between the views, and the intro's frame. Each is
 // stateless: what shows follows from the view's fields and the clock that the caller hands in.
 
-#include "race/player.h"
-#include "shell/fonts.h"
+#include "base/fonts.h"
+#include "base/player.h"
 
 #include <cstdint>
 

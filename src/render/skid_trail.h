@@ -2,7 +2,7 @@
 
 // Tyre marks: laid while a car skids, faded out over four seconds, drawn as one batch of quads.
 
-#include "race/player.h"
+#include "base/player.h"
 
 #include <SDL.h>
 

@@ -1,8 +1,8 @@
 #include "render/text.h"
 
+#include "base/fonts.h"
 #include "render/colors.h"
 #include "render/image.h"
-#include "shell/fonts.h"
 
 #include <algorithm>
 #include <array>

@@ -3,8 +3,8 @@
 // One player's view of the world: the raster drawing of a track and the order in which a view is
 // drawn. Screen positions are logical pixels, world positions cells.
 
-#include "race/player.h"
-#include "render/sdl_handles.h"
+#include "base/player.h"
+#include "base/sdl_handles.h"
 #include "world/track.h"
 
 // Pixels per cell: PIXELS_PER_CELL times the zoom.

@@ -3,22 +3,11 @@
 // The audio celebration when the first car of a race finishes: chime, crowd, fanfare on a small
 // timeline. It has no picture of its own and never holds the race up.
 
+#include "base/finish_seq.h"
+
 #include <SDL.h>
 
-#include <cstdint>
-
 struct Audio;
-
-// All times are SDL_GetTicks milliseconds.
-struct FinishSeq {
-    bool active = false;
-    std::uint32_t started_at = 0;
-    bool chime_played = false;
-    bool crowd_played = false;
-    bool fanfare_played = false;
-    std::uint32_t game_over_at = 0; // 0 for not yet
-    std::uint32_t game_over_fade_ms = 0;
-};
 
 // Loads the three sounds into their slots.
 void finish_seq_load(Audio& audio);

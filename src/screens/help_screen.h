@@ -3,7 +3,7 @@
 // The help screen: a drawn keyboard that points at every key. The page is costly to lay out, so it
 // is drawn once into a texture of the output's size and only copied after that.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 
 // The page drawn last, and the output size that it was drawn for.
 struct KeyboardTex {

@@ -3,7 +3,7 @@
 // What the help page is drawn with: shapes made of horizontal lines, and pieces of text. All in
 // pixels of the render target.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 
 #include <array>
 

@@ -2,7 +2,7 @@
 
 // The title picture with the menu's music under it.
 
-#include "shell/fonts.h"
+#include "base/fonts.h"
 
 #include <SDL.h>
 

@@ -3,7 +3,7 @@
 // Pictures that the menu prepares before its first frame: art cut to its visible part and reduced
 // to the display, and the drawn ring of the help button.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 
 #include <SDL.h>
 

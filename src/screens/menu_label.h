@@ -3,7 +3,7 @@
 // Labels of the menu: a text that was rendered once, at the output's resolution, and is drawn at
 // its logical size. Positions on the menu stay logical while its text stays sharp.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 
 #include <SDL.h>
 #include <SDL_ttf.h>

@@ -1,6 +1,7 @@
 #include "screens/menu_loop.h"
 
 #include "audio/audio.h"
+#include "records/player_names.h"
 #include "screens/menu_render.h"
 #include "screens/menu_screen.h"
 

@@ -3,7 +3,7 @@
 // Everything that the menu's loop works on, and the steps of the loop. The record is plain so that
 // each step can be called by itself: events, time and the renderer all come from outside.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 #include "screens/help_screen.h"
 #include "screens/menu_model.h"
 #include "screens/menu_tracks.h"

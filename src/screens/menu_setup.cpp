@@ -1,6 +1,7 @@
 // What the menu makes and loads before its first frame. Each step leaves out what it cannot have.
 
 #include "audio/audio.h"
+#include "records/player_names.h"
 #include "render/colors.h"
 #include "render/image.h"
 #include "screens/edge_points.h"

@@ -1,16 +1,11 @@
 #include "screens/name_field.h"
 
-#include "records/best_laps.h"
-#include "records/file_handle.h"
 #include "render/colors.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
 
 namespace {
-
-constexpr char const* NAMES_FILE = "last_player_names.txt";
 
 bool is_continuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
@@ -48,16 +43,6 @@ void delete_before(NameField& field) {
 void delete_at(NameField& field) {
     std::size_t const end = next_code_point(field.text, caret(field));
     field.text.erase(caret(field), end - caret(field));
-}
-
-// One line of the file without the blanks around it. False at the end of the file.
-bool read_name(std::FILE* file, std::string& name) {
-    std::array<char, 256> line{};
-    if (std::fgets(line.data(), static_cast<int>(line.size()), file) == nullptr) return false;
-    name = line.data();
-    name.erase(name.find_last_not_of("\t\n\r ") + 1);
-    name.erase(0, std::min(name.find_first_not_of("\t "), name.size()));
-    return true;
 }
 
 } // namespace
@@ -119,18 +104,4 @@ void refresh_field(NameField& field, TTF_Font* font, SDL_Renderer* renderer) {
     if (field.cursor < 1) return;
     std::string const before = field.text.substr(0, caret(field));
     TTF_SizeUTF8(font, before.c_str(), &field.caret_x, nullptr);
-}
-
-std::array<std::string, 2> load_player_names() {
-    std::array<std::string, 2> defaults{"Pixie", "Gadget"};
-    FileHandle const file(std::fopen(pref_path(NAMES_FILE).c_str(), "r"));
-    if (!file) return defaults;
-    std::array<std::string, 2> names;
-    bool const both = read_name(file.get(), names[0]) && read_name(file.get(), names[1]);
-    return both && !names[0].empty() && !names[1].empty() ? names : defaults;
-}
-
-void save_player_names(std::string const& red, std::string const& blue) {
-    FileHandle const file(std::fopen(pref_path(NAMES_FILE).c_str(), "w"));
-    if (file) std::fprintf(file.get(), "%s\n%s\n", red.c_str(), blue.c_str());
 }

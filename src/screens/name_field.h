@@ -1,7 +1,6 @@
 #pragma once
 
-// The two editable player names: the text with its caret, the keys that edit it, and the file that
-// remembers the names between runs.
+// The two editable player names: the text with its caret and the keys that edit it.
 
 #include "screens/menu_label.h"
 
@@ -43,7 +42,3 @@ bool edit_field(NameField& field, SDL_Keysym const& key);
 
 // Renders the field anew after a change of text or caret.
 void refresh_field(NameField& field, TTF_Font* font, SDL_Renderer* renderer);
-
-// The names of the last visit, red then blue, or the defaults if the file does not hold two.
-std::array<std::string, 2> load_player_names();
-void save_player_names(std::string const& red, std::string const& blue);

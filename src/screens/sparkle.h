@@ -2,7 +2,7 @@
 
 // The glints on the title art: one at a time, a star that swells and fades on a rim point.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 
 #include <SDL.h>
 

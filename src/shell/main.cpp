@@ -3,13 +3,13 @@
 // frames and is lent to everything else.
 
 #include "audio/audio.h"
-#include "input/gamepad_test.h"
+#include "base/fonts.h"
+#include "input/gamepad_monitor.h"
 #include "race/game_loop.h"
 #include "records/ghost_trace.h"
 #include "records/ghost_tuning_screen.h"
 #include "records/highscore_report.h"
 #include "screens/finish_sequence.h"
-#include "shell/fonts.h"
 #include "shell/options.h"
 #include "shell/winner_screen.h"
 #include "world/car_physics.h"

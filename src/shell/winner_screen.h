@@ -2,7 +2,7 @@
 
 // A test picture of the winner's banner, with no race behind it.
 
-#include "shell/fonts.h"
+#include "base/fonts.h"
 
 #include <SDL.h>
 

@@ -1,18 +1,12 @@
 #pragma once
 
-// Contact of the two cars in arcade mode: oriented boxes, a push apart that respects the walls, an
-// impulse with restitution and friction, and a spin from where the hit lands.
+// The collision of car_bump.h with its sound.
 
-#include "world/car_state.h"
-#include "world/track.h"
+#include "world/car_bump.h"
 
 struct Audio;
 
-extern double arcade_restitution; // bounce along the contact normal, 0..1
-extern double arcade_friction;    // sideways impulse at most this share of the normal one
-extern double arcade_spin;        // factor from turning moment to change of heading
-
-// Lets two cars collide. False, and nothing changed, if their boxes do not overlap. `sound_a` and
-// `sound_b` index `audio.car_feed`; above 1 means no sound.
+// bump_cars, heard from both cars: `sound_a` and `sound_b` index `audio.car_feed`, any other
+// number means no sound. False, and nothing changed, if their boxes do not overlap.
 bool arcade_car_bump(CarState& a, CarState& b, int sound_a, int sound_b, Track const& track,
                      Audio& audio);

@@ -3,7 +3,7 @@
 // The motion of one car: a single step of 1 ms, without forces or masses. In grip mode the
 // velocity is the nose direction times the throttle; in skid mode it mostly keeps its own course.
 
-#include "world/car_state.h"
+#include "base/car_state.h"
 #include "world/geometry.h"
 
 // What the ground under a car does to it.

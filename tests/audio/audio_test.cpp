@@ -36,7 +36,7 @@ struct Tone {
     }
 };
 
-TEST(Mp3, decodes_any_rate_to_the_whole_sound_at_the_rate_asked_for) {
+TEST(Mp3, DecodesAnyRateToTheWholeSoundAtTheRateAskedFor) {
     for (int const rate : {22050, 44100, 48000}) {
         Tone const tone(1000, 1.5, 10000, rate);
         Samples const sound = decode_mp3_mono(tone.path.c_str(), RATE);
@@ -46,7 +46,7 @@ TEST(Mp3, decodes_any_rate_to_the_whole_sound_at_the_rate_asked_for) {
     }
 }
 
-TEST(Mp3, missing_and_broken_files_say_so_and_give_what_they_hold) {
+TEST(Mp3, MissingAndBrokenFilesSaySoAndGiveWhatTheyHold) {
     testing::internal::CaptureStderr();
     EXPECT_TRUE(decode_mp3_mono("no/such.mp3", RATE).empty());
     EXPECT_THAT(testing::internal::GetCapturedStderr(),
@@ -66,7 +66,7 @@ TEST(Mp3, missing_and_broken_files_say_so_and_give_what_they_hold) {
     }
 }
 
-TEST(AudioFiles, a_slot_keeps_its_sound_when_a_load_fails_and_music_does_not) {
+TEST(AudioFiles, ASlotKeepsItsSoundWhenALoadFailsAndMusicDoesNot) {
     Tone const tone(500, 0.2, 9000);
     char const* const path = tone.path.c_str();
     Audio audio;
@@ -88,7 +88,7 @@ TEST(AudioFiles, a_slot_keeps_its_sound_when_a_load_fails_and_music_does_not) {
     EXPECT_TRUE(audio.music_samples.empty());
 }
 
-TEST(AudioDevice, plays_what_is_asked_for_through_sdl) {
+TEST(AudioDevice, PlaysWhatIsAskedForThroughSdl) {
     TempDir const folder;
     std::string const path = folder.file("played.raw");
     AudioDriver const driver("disk");
@@ -111,7 +111,7 @@ TEST(AudioDevice, plays_what_is_asked_for_through_sdl) {
     EXPECT_NEAR(level_at(beep.subspan(500, 5512), 1000, audio.sample_rate), 9000, 20);
 }
 
-TEST(AudioDevice, no_driver_after_four_seconds_means_a_silent_game) {
+TEST(AudioDevice, NoDriverAfterFourSecondsMeansASilentGame) {
     AudioDriver const driver("no-such-driver");
     Audio audio;
     testing::internal::CaptureStderr();
@@ -144,7 +144,7 @@ void play_a_frame(Audio& audio, int frame) {
 }
 
 // Of use under the thread sanitizer, which reports any field shared without care.
-TEST(AudioDevice, game_writes_and_loads_while_the_callback_mixes) {
+TEST(AudioDevice, GameWritesAndLoadsWhileTheCallbackMixes) {
     Tone const tone(500, 0.2, 9000);
     Audio audio;
     ASSERT_TRUE(audio.open()); // the dummy driver calls back in real time

@@ -54,7 +54,7 @@ std::vector<std::size_t> upward_crossings(Samples const& samples) {
     return found;
 }
 
-TEST(Mixer, engine_is_a_wobbling_tone_of_81_hz_at_speed_0_3) {
+TEST(Mixer, EngineIsAWobblingToneOf81HzAtSpeed03) {
     Audio audio;
     race(audio, 0.3F);
     Samples const sound = mix(audio, 10 * MIX_RATE);
@@ -70,7 +70,7 @@ TEST(Mixer, engine_is_a_wobbling_tone_of_81_hz_at_speed_0_3) {
     EXPECT_NEAR(rms(sound) / (1662.5 / 2), 0.4771, 0.003);
 }
 
-TEST(Mixer, engine_gets_louder_with_speed_and_ignores_its_sign) {
+TEST(Mixer, EngineGetsLouderWithSpeedAndIgnoresItsSign) {
     Audio still;
     Audio fast;
     Audio reversing;
@@ -83,7 +83,7 @@ TEST(Mixer, engine_gets_louder_with_speed_and_ignores_its_sign) {
     EXPECT_EQ(forwards, mix(reversing, MIX_RATE));
 }
 
-TEST(Mixer, tyres_hiss_by_speed_and_gas_when_the_car_skids) {
+TEST(Mixer, TyresHissBySpeedAndGasWhenTheCarSkids) {
     auto const skid = [](CarFeed& feed) { feed.skidding = true; };
     EXPECT_THAT(added_by(0.0F, skid), Each(0));
     // The rms of white noise through a one-pole filter, mixed with some of itself.
@@ -91,7 +91,7 @@ TEST(Mixer, tyres_hiss_by_speed_and_gas_when_the_car_skids) {
     EXPECT_NEAR(rms(added_by(0.5F, skid, true)), 1050 * 0.3561 / 2, 5);
 }
 
-TEST(Mixer, kerb_rumbles_in_32_bursts_a_second_louder_with_speed) {
+TEST(Mixer, KerbRumblesIn32BurstsASecondLouderWithSpeed) {
     auto const kerb = [](CarFeed& feed) { feed.rumble = 0.6F; };
     Samples const slow = added_by(0.0F, kerb);
     Samples const fast = added_by(0.3F, kerb);
@@ -103,7 +103,7 @@ TEST(Mixer, kerb_rumbles_in_32_bursts_a_second_louder_with_speed) {
             << other;
 }
 
-TEST(Mixer, wall_thump_rings_out_without_a_race_and_restarts_at_each_hit) {
+TEST(Mixer, WallThumpRingsOutWithoutARaceAndRestartsAtEachHit) {
     Audio full;
     Audio half;
     full.request_wall_hit(0, 1.0F);
@@ -121,7 +121,7 @@ TEST(Mixer, wall_thump_rings_out_without_a_race_and_restarts_at_each_hit) {
     EXPECT_FLOAT_EQ(full.car_synth[0].wall_env, 0.2F);
 }
 
-TEST(Mixer, race_that_is_off_is_silent_while_its_oscillators_run) {
+TEST(Mixer, RaceThatIsOffIsSilentWhileItsOscillatorsRun) {
     Audio audio;
     race(audio, 1.0F);
     audio.car_feed[0].skidding = true;
@@ -136,7 +136,7 @@ TEST(Mixer, race_that_is_off_is_silent_while_its_oscillators_run) {
     EXPECT_THAT(mix(audio, 3000), Each(0)) << "a car that has faded out";
 }
 
-TEST(Mixer, beep_has_its_pitch_level_length_and_ramps) {
+TEST(Mixer, BeepHasItsPitchLevelLengthAndRamps) {
     Audio audio;
     audio.request_beep(880.0F, 0.5F, 0.5F);
     Samples const tone = mix(audio, MIX_RATE);
@@ -155,7 +155,7 @@ TEST(Mixer, beep_has_its_pitch_level_length_and_ramps) {
     EXPECT_THAT(mix(audio, 5), ElementsAre(0, 9000, 0, 0, 0)) << "too short for ramps";
 }
 
-TEST(Mixer, beep_restarts_once_per_buffer_and_only_on_request) {
+TEST(Mixer, BeepRestartsOncePerBufferAndOnlyOnRequest) {
     Audio audio;
     audio.request_beep(440.0F, 1.0F, 1.0F);
     Samples const from_start = mix(audio, 1024);
@@ -173,7 +173,7 @@ TEST(Mixer, beep_restarts_once_per_buffer_and_only_on_request) {
     EXPECT_GT(rms(mix(audio, 1024)), 1000) << "a length beyond all bounds";
 }
 
-TEST(Mixer, music_loops_fades_and_begins_again_after_silence) {
+TEST(Mixer, MusicLoopsFadesAndBeginsAgainAfterSilence) {
     Audio audio;
     audio.music_samples.resize(700);
     std::iota(audio.music_samples.begin(), audio.music_samples.end(), std::int16_t{1000});
@@ -194,7 +194,7 @@ TEST(Mixer, music_loops_fades_and_begins_again_after_silence) {
     EXPECT_THAT(mix(audio, 100), Each(0));
 }
 
-TEST(Mixer, slots_play_once_from_each_request_and_follow_their_volume) {
+TEST(Mixer, SlotsPlayOnceFromEachRequestAndFollowTheirVolume) {
     Audio audio;
     audio.sfx_samples[0] = {100, -101, 3, -3, 200};
     audio.sfx_pos[0] = 5;
@@ -207,7 +207,7 @@ TEST(Mixer, slots_play_once_from_each_request_and_follow_their_volume) {
     EXPECT_THAT(mix(audio, 3), ElementsAre(200, 0, 0));
 }
 
-TEST(Mixer, sum_clips_at_full_scale) {
+TEST(Mixer, SumClipsAtFullScale) {
     Audio audio;
     audio.sfx_samples[2] = {30000, -30000, 30000};
     audio.sfx_samples[3] = {30000, -30000, -30000};

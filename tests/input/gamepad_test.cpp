@@ -1,6 +1,5 @@
-#include "input/gamepad_test.h"
-
 #include "input/gamepad.h"
+#include "input/gamepad_monitor.h"
 #include "input/pressed.h"
 #include "input/virtual_stick.h"
 #include "support/child.h"

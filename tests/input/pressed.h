@@ -2,7 +2,7 @@
 
 // What a car is told to do, in a form that a test can read.
 
-#include "race/player.h"
+#include "base/player.h"
 
 #include <string>
 

@@ -2,9 +2,9 @@
 
 // Small worlds for the tests of the race picture.
 
+#include "base/car_state.h"
+#include "base/fonts.h"
 #include "render/view_settings.h"
-#include "shell/fonts.h"
-#include "world/car_state.h"
 #include "world/track.h"
 
 #include <SDL_ttf.h>

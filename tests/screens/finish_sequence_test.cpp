@@ -29,7 +29,7 @@ struct Timeline {
     [[nodiscard]] float volume(std::size_t slot) const { return audio.sfx_volume[slot]; }
 };
 
-TEST(FinishSequence, plays_chime_crowd_and_fanfare_once_each_at_their_times) {
+TEST(FinishSequence, PlaysChimeCrowdAndFanfareOnceEachAtTheirTimes) {
     Timeline run;
     EXPECT_EQ(run.plays(CHIME), 0U) << "starting alone makes no sound";
     run.update(16);
@@ -49,7 +49,7 @@ TEST(FinishSequence, plays_chime_crowd_and_fanfare_once_each_at_their_times) {
     EXPECT_TRUE(run.seq.active) << "only finish_seq_stop ends it";
 }
 
-TEST(FinishSequence, fades_the_crowd_in_a_straight_line_from_six_to_eight_seconds) {
+TEST(FinishSequence, FadesTheCrowdInAStraightLineFromSixToEightSeconds) {
     Timeline run;
     run.update(500);
     for (auto const& [ms, volume] : {std::pair{6000U, 0.8F},
@@ -63,7 +63,7 @@ TEST(FinishSequence, fades_the_crowd_in_a_straight_line_from_six_to_eight_second
     }
 }
 
-TEST(FinishSequence, game_over_fades_a_playing_fanfare_in_400_ms) {
+TEST(FinishSequence, GameOverFadesAPlayingFanfareIn400Ms) {
     Timeline run;
     run.update(7000);
     run.game_over(9000);
@@ -77,7 +77,7 @@ TEST(FinishSequence, game_over_fades_a_playing_fanfare_in_400_ms) {
     EXPECT_EQ(run.plays(FANFARE), 1U);
 }
 
-TEST(FinishSequence, early_game_over_keeps_chime_and_crowd_but_never_lets_the_fanfare_start) {
+TEST(FinishSequence, EarlyGameOverKeepsChimeAndCrowdButNeverLetsTheFanfareStart) {
     Timeline run;
     run.game_over(100);
     run.update(120);
@@ -90,7 +90,7 @@ TEST(FinishSequence, early_game_over_keeps_chime_and_crowd_but_never_lets_the_fa
     EXPECT_NEAR(run.volume(CROWD), 0.2F, 1e-6F);
 }
 
-TEST(FinishSequence, stop_silences_at_once_and_a_new_start_begins_afresh) {
+TEST(FinishSequence, StopSilencesAtOnceAndANewStartBeginsAfresh) {
     Timeline run;
     run.update(7000);
     finish_seq_stop(run.seq, run.audio);
@@ -103,7 +103,7 @@ TEST(FinishSequence, stop_silences_at_once_and_a_new_start_begins_afresh) {
     EXPECT_EQ(run.plays(CROWD), 1U);
 }
 
-TEST(FinishScreen, is_left_at_once_by_escape_or_a_quit) {
+TEST(FinishScreen, IsLeftAtOnceByEscapeOrAQuit) {
     SDL_InitSubSystem(SDL_INIT_VIDEO);
     SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
     Canvas const canvas(64, 36);
@@ -120,7 +120,7 @@ TEST(FinishScreen, is_left_at_once_by_escape_or_a_quit) {
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
 
-TEST(FinishScreen, lasts_until_the_fanfare_has_rung_out) {
+TEST(FinishScreen, LastsUntilTheFanfareHasRungOut) {
     TempDir const folder;
     WorkingDir const inside(folder.path());
     std::filesystem::create_directory("sounds");

@@ -2,7 +2,7 @@
 
 // A real software renderer over a surface in memory, for tests that look at pixels.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 
 #include <SDL.h>
 

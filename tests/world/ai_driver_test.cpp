@@ -1,4 +1,4 @@
-#include "race/player.h"
+#include "base/player.h"
 #include "support/tracks.h"
 #include "world/ai_driver.h"
 

@@ -1,5 +1,5 @@
 #include "audio/audio.h"
-#include "race/player.h"
+#include "base/player.h"
 #include "support/tracks.h"
 #include "world/arcade_bump.h"
 #include "world/wall_contact.h"

@@ -1,6 +1,6 @@
+#include "base/sdl_handles.h"
 #include "content_check/checks.h"
 #include "content_check/report.h"
-#include "render/sdl_handles.h"
 
 #include <array>
 #include <cstdint>

@@ -3,7 +3,7 @@
 // Paints a track's picture, PICTURE_SCALE pixels a cell. What looks drivable is decided by
 // surface_at alone, so that the picture agrees with the grid.
 
-#include "render/sdl_handles.h"
+#include "base/sdl_handles.h"
 #include "track_compiler/course.h"
 #include "track_compiler/ground_plan.h"
 #include "track_compiler/theme.h"

@@ -1,4 +1,4 @@
-#include "shell/fonts.h"
+#include "base/fonts.h"
 #include "support/files.h"
 
 #include <SDL.h>

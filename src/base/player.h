@@ -3,8 +3,8 @@
 // The records of one competitor: the car, the controls, the clocks, the recordings, and what its
 // view shows.
 
-#include "render/sdl_handles.h"
-#include "world/car_state.h"
+#include "base/car_state.h"
+#include "base/sdl_handles.h"
 
 #include <SDL.h>
 

@@ -1,4 +1,4 @@
-#include "input/gamepad_test.h"
+#include "input/gamepad_monitor.h"
 
 #include <SDL.h>
 
