@@ -2,10 +2,10 @@
 
 #include "race/race_tick.h"
 #include "world/ai_driver.h"
+#include "world/geometry.h"
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 #include <utility>
 
 namespace {
@@ -33,7 +33,7 @@ void decide(HeadlessRace& race) {
 void note_step(HeadlessLog& log, Player const& player, int laps_before, std::uint32_t hits) {
     if (player.view.laps_done > laps_before) log.lap_ms.push_back(player.view.lap_overlay_time_ms);
     double const moved =
-        std::hypot(player.car.x - player.prev_car.x, player.car.y - player.prev_car.y);
+        length(Vec2{player.car.x, player.car.y} - Vec2{player.prev_car.x, player.prev_car.y});
     if (player.input.gas && moved < STUCK_STEP) log.stuck_seconds += 1.0 / STEPS_PER_SECOND;
     log.hits = static_cast<int>(hits);
     log.top_speed = std::max(log.top_speed, player.car.speed);

@@ -50,11 +50,11 @@ double forward_weight(Track const& track, CarState const& car, double angle, dou
                       int here) {
     if (here < 0) return 1.0;
     double const at = std::min(PROGRESS_AT, clear);
-    int const there =
-        progress_at(track, car.x + at * std::cos(angle), car.y + at * std::sin(angle));
+    Vec2 const end = Vec2{car.x, car.y} + at * direction(angle);
+    int const there = progress_at(track, end.x, end.y);
     if (there < 0) return 1.0;
     double const ahead = lap_difference(track, there, here);
-    return 0.95 / (std::exp(-(ahead + 8.0) / 3.0) + 1.0) + 0.05;
+    return 0.95 / (exponential(-(ahead + 8.0) / 3.0) + 1.0) + 0.05;
 }
 
 View look_ahead(Track const& track, CarState const& car, int here) {
@@ -67,7 +67,7 @@ View look_ahead(Track const& track, CarState const& car, int here) {
         double const clear = clear_distance(track, car.x, car.y, angle, range);
         if (std::abs(i) <= FRONT_RAYS) view.front = std::min(view.front, clear);
         double const weight = forward_weight(track, car, angle, clear, here);
-        votes = votes + clear * clear * std::cos(0.5 * offset) * weight * direction(offset);
+        votes = votes + clear * clear * direction(0.5 * offset).x * weight * direction(offset);
     }
     view.steer = angle_of(votes);
     return view;

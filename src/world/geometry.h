@@ -3,6 +3,8 @@
 // Plane vectors and angles, as the world uses them: x right, y down, angles in radians growing
 // from +x towards +y. A length below TINY counts as none before a division or an arc tangent.
 
+#include "world/math.h"
+
 #include <cmath>
 #include <numbers>
 
@@ -37,11 +39,12 @@ inline double length(Vec2 v) {
 
 // The unit vector at `angle`.
 inline Vec2 direction(double angle) {
-    return {std::cos(angle), std::sin(angle)};
+    SineCosine const of = sine_cosine(angle);
+    return {of.cosine, of.sine};
 }
 // The direction of a vector, -pi..pi.
 inline double angle_of(Vec2 v) {
-    return std::atan2(v.y, v.x);
+    return arc_tangent(v.y, v.x);
 }
 // A quarter turn clockwise on the screen: the side of something that faces along `v`.
 constexpr Vec2 side_of(Vec2 v) {

@@ -122,7 +122,7 @@ double heading_from_goal(Track const& track) {
                       (track.goal_y1 + track.goal_y2) * 0.5 + 0.5};
     Vec2 const start{track.start_x + 0.5, track.start_y + 0.5};
     double const side = (start.x - middle.x) * -line.y + (start.y - middle.y) * line.x;
-    return side < 0.0 ? std::atan2(-line.x, line.y) : std::atan2(line.x, -line.y);
+    return angle_of(side < 0.0 ? Vec2{line.y, -line.x} : Vec2{-line.y, line.x});
 }
 
 } // namespace
