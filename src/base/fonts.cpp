@@ -33,11 +33,12 @@ constexpr std::array<FontEntry, 7> FONT_TABLE = {{
 
 constexpr int SMALLEST_SIZE = 6; // physical pixels; below this nothing can be read
 
-TTF_Font* open_or_die(FontEntry const& entry, double scale) {
+TTF_Font* open_or_die(FontEntry const& entry, double scale, void (*last_words)()) {
     int const size = static_cast<int>(std::round(scale * entry.logical_size));
     TTF_Font* font = TTF_OpenFont(entry.path, std::max(SMALLEST_SIZE, size));
     if (font == nullptr) {
         std::fprintf(stderr, "FATAL: cannot open font %s: %s\n", entry.path, SDL_GetError());
+        if (last_words != nullptr) last_words();
         // No tear-down: the audio thread may be running, and nothing is worth saving yet.
         std::_Exit(EXIT_FAILURE);
     }
@@ -50,10 +51,12 @@ Fonts::~Fonts() {
     close();
 }
 
-void Fonts::open_all(double scale) {
+void Fonts::open_all(double scale, void (*last_words)()) {
     close();
     phys_scale = scale;
-    for (FontEntry const& entry : FONT_TABLE) this->*entry.field = open_or_die(entry, scale);
+    for (FontEntry const& entry : FONT_TABLE) {
+        this->*entry.field = open_or_die(entry, scale, last_words);
+    }
 }
 
 void Fonts::close() {

@@ -19,8 +19,9 @@ struct Fonts {
     Fonts& operator=(Fonts const&) = delete;
     ~Fonts();
 
-    // Opens all seven at `scale`; the first that does not open ends the process with a message.
-    void open_all(double scale);
+    // Opens all seven at `scale`; the first that does not open ends the process with a message, and
+    // after `last_words`, if there are any.
+    void open_all(double scale, void (*last_words)() = nullptr);
     // Closes what is open, last to first.
     void close();
 };

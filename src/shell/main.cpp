@@ -1,6 +1,6 @@
-// The whole life of the process: options, one-shot modes, SDL, sound, window, renderer, fonts, and
-// then the race screen until it ends. What lives for the whole run lives on this file's stack
-// frames and is lent to everything else.
+// The whole life of the process: options, one-shot modes, the folder to play in, SDL, sound,
+// window, renderer, fonts, and then the race screen until it ends. What lives for the whole run
+// lives on this file's stack frames and is lent to everything else.
 
 #include "audio/audio.h"
 #include "base/fonts.h"
@@ -10,6 +10,7 @@
 #include "records/ghost_tuning_screen.h"
 #include "records/highscore_report.h"
 #include "screens/finish_sequence.h"
+#include "shell/game_folder.h"
 #include "shell/options.h"
 #include "shell/winner_screen.h"
 #include "world/car_physics.h"
@@ -19,6 +20,7 @@
 #include <SDL_ttf.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <optional>
 #include <string_view>
 
@@ -39,7 +41,11 @@ int write_report(Options const& options) {
     std::string const out = options.highscores_out.empty()
                                 ? sanitize_filename(options.highscores_name) + "_highscores.pdf"
                                 : options.highscores_out;
-    bool const written = write_highscore_pdf(options.highscores_name, out);
+    std::filesystem::path const here = std::filesystem::current_path();
+    enter_game_folder(); // for the tracks' names and pictures
+    bool const moved = std::filesystem::current_path() != here;
+    bool const written =
+        write_highscore_pdf(options.highscores_name, moved ? (here / out).string() : out);
     SDL_Quit();
     return written ? 0 : 1;
 }
@@ -181,6 +187,7 @@ void run_game(Options const& options, Screen const& screen, Audio& audio, Fonts 
 int main(int argc, char** argv) {
     Options const options = parse_cmdline(argc, argv);
     if (std::optional<int> const status = run_console_modes(options)) return *status;
+    bool const has_data = enter_game_folder();
     if (!start_libraries()) return 1;
 
     Audio audio;
@@ -193,7 +200,7 @@ int main(int argc, char** argv) {
     if (run_fontless_screen(options, *screen, audio)) return 0;
 
     Fonts fonts;
-    fonts.open_all(report_screen(*screen));
+    fonts.open_all(report_screen(*screen), has_data ? nullptr : tell_missing_data);
     if (options.winner) {
         run_winner_screen(screen->renderer, fonts);
         fonts.close();

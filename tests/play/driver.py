@@ -111,9 +111,12 @@ class Display:
 
 
 class Game:
-    """The program in a folder of its own that borrows the game's assets, with records of its own."""
+    """The program in a folder of its own that borrows the game's assets, with records of its own.
 
-    def __init__(self, *args, without=(), files=None, records=None, sound="dummy"):
+    Or, by start_in, in another folder, from where it finds the assets itself.
+    """
+
+    def __init__(self, *args, without=(), files=None, records=None, sound="dummy", start_in=None):
         self.folder = tempfile.mkdtemp(prefix="brindle-play-")
         self.home = tempfile.mkdtemp(prefix="brindle-home-")
         for name in {"art", "music", "sounds", "tracks"}.difference(without):
@@ -130,7 +133,7 @@ class Game:
                        "SDL_VIDEODRIVER": "x11", "XDG_DATA_HOME": self.home}
         environment.pop("WAYLAND_DISPLAY", None)
         self.process = subprocess.Popen(
-            [os.path.join(GAME_DIR, "brindle-run"), *args], cwd=self.folder, env=environment,
+            [os.path.join(GAME_DIR, "brindle-run"), *args], cwd=start_in or self.folder, env=environment,
             stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, bufsize=1)
         self.readers = [threading.Thread(target=self._read, args=of, daemon=True)
                         for of in ((self.process.stdout, self.lines, self.fresh),

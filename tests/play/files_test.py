@@ -1,11 +1,13 @@
 """The program against the files it is given: records, tracks, arguments, gamepads."""
 
 import os
+import shutil
 import struct
 import subprocess
+import tempfile
 import unittest
 
-from driver import Game, near, winner
+from driver import GAME_DIR, PATIENCE_S, Game, near, winner
 from tracks import png, ring, track
 
 TABLE = b"[Gadget]\n1: 41.250 Gadget.ring.trace\n3: 63.118\n\n[Pixie (7)]\n2: 40.982\n"
@@ -113,6 +115,37 @@ class Files(unittest.TestCase):
                 'gamepad: bad device "pad" (want e.g. js0) — keyboard still works'])
             game.hold("f")
             game.wait_line("^P1 flying start: clock running$")
+
+
+class StartedElsewhere(unittest.TestCase):
+    def test_races_in_a_folder_of_the_players_own(self):
+        ring_here = {"game/tracks/1_Mine.trk": ring(), "game/input.conf": b"[red]\ndevice = js9\n"}
+        with Game("-fast", "1", start_in="/", records=ring_here) as game:
+            game.wait_race()
+            self.assertEqual(game.errors, [
+                "gamepad: joystick 9 not connected (0 attached) — keyboard still works"])
+            game.press("t")
+            game.wait_line(r"^track view: no \.png for this track$")
+            self.assertEqual(game.interrupt(), 0)
+            tracks = os.listdir(game.pref_file("game/tracks"))
+            self.assertEqual([t for t in tracks if t[0] == "1"], ["1_Mine.trk"])
+            self.assertEqual(sorted(t[0] for t in tracks if t.endswith(".png")), list("23456789"))
+            self.assertTrue(os.path.samefile(game.pref_file("game/art"),
+                                             os.path.join(GAME_DIR, "art")))
+
+    def test_says_so_where_no_data_are_found(self):
+        with tempfile.TemporaryDirectory() as bare:
+            shutil.copy(os.path.join(GAME_DIR, "brindle-run"), bare)
+            # Without a display there is nobody to close the message box for.
+            hidden = {k: v for k, v in os.environ.items() if k not in ("DISPLAY", "WAYLAND_DISPLAY")}
+            ended = subprocess.run(
+                ["./brindle-run"], cwd=bare, capture_output=True, text=True, timeout=PATIENCE_S,
+                env={**hidden, "SDL_VIDEODRIVER": "dummy", "SDL_RENDER_DRIVER": "software",
+                     "SDL_AUDIODRIVER": "dummy", "XDG_DATA_HOME": bare})
+            self.assertEqual(ended.returncode, 1)
+            self.assertRegex(ended.stderr, r"^FATAL: cannot open font art/fonts/.*\n"
+                                           r"Brindle Run found no game data: install .*\n$")
+            self.assertFalse(os.path.exists(os.path.join(bare, "BrindleRun", "game")))
 
 
 class Arguments(unittest.TestCase):
