@@ -110,8 +110,8 @@ public:
 private:
     void open_fonts() {
         auto const open = [](int size) {
-            return TTF_OpenFont("/usr/share/fonts/truetype/liberation/LiberationMono-Bold.ttf",
-                                size);
+            return TTF_OpenFont(
+                "/usr/share/fonts/truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf", size);
         };
         fonts.hud_label = open(13);
         fonts.hud_small = open(14);

@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 
 // A game folder whose art/fonts holds the three files that the race asks for.
 void provide_fonts(fs::path const& folder) {
-    fs::path const source = "/usr/share/fonts/truetype/liberation/LiberationMono-Bold.ttf";
+    fs::path const source = "/usr/share/fonts/truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf";
     fs::path const fonts = folder / "art" / "fonts";
     fs::create_directories(fonts);
     for (char const* name :

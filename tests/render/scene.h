@@ -58,7 +58,7 @@ struct MonoFonts {
     }
 
     static TTF_Font* open(double size) {
-        return TTF_OpenFont("/usr/share/fonts/truetype/liberation/LiberationMono-Bold.ttf",
+        return TTF_OpenFont("/usr/share/fonts/truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf",
                             static_cast<int>(size));
     }
     static int width(TTF_Font* font, char const* text) {

@@ -2,6 +2,7 @@
 #include "content_check/checks.h"
 #include "content_check/report.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
@@ -12,16 +13,17 @@ namespace {
 struct WantedFont {
     char const* file;
     bool menu_marks; // the menu's rows also write the arrow and the dash
+    bool figures;    // writes a running clock, which must not jump about
 };
 
 constexpr std::array<WantedFont, 7> WANTED_FONTS{{
-    {"art/fonts/Montserrat-Black.otf", false},
-    {"art/fonts/LiberationMono-Bold.ttf", false},
-    {"art/fonts/RocketBrush-DYwyW.otf", false},
-    {"art/fonts/StarJediOutline-y0xm.ttf", false},
-    {"art/fonts/Quango-xlVR.otf", true},
-    {"art/fonts/Montserrat-SemiBoldItalic.otf", false},
-    {"art/fonts/Montserrat-SemiBold.otf", false},
+    {"art/fonts/Montserrat-Black.otf", false, false},
+    {"art/fonts/LiberationMono-Bold.ttf", false, true},
+    {"art/fonts/RocketBrush-DYwyW.otf", false, false},
+    {"art/fonts/StarJediOutline-y0xm.ttf", false, false},
+    {"art/fonts/Quango-xlVR.otf", true, false},
+    {"art/fonts/Montserrat-SemiBoldItalic.otf", false, false},
+    {"art/fonts/Montserrat-SemiBold.otf", false, false},
 }};
 
 // Letters that players' names bring along.
@@ -43,6 +45,19 @@ int missing_glyphs(TTF_Font* font, bool menu_marks) {
     return missing;
 }
 
+int advance(TTF_Font* font, char letter) {
+    int width = 0;
+    TTF_GlyphMetrics(font, static_cast<std::uint16_t>(letter), nullptr, nullptr, nullptr, nullptr,
+                     &width);
+    return width;
+}
+
+bool figures_of_one_width(TTF_Font* font) {
+    return std::ranges::all_of(std::string_view("0123456789"), [&](char figure) {
+        return advance(font, figure) == advance(font, '0');
+    });
+}
+
 } // namespace
 
 void check_fonts(Report& report) {
@@ -56,8 +71,9 @@ void check_fonts(Report& report) {
         char const* family = TTF_FontFaceFamilyName(font.get());
         // A face with a huge line height would push the menu's rows apart.
         bool const low = TTF_FontHeight(font.get()) <= 31;
-        report.add(missing == 0 && low, wanted.file,
+        bool const steady = !wanted.figures || figures_of_one_width(font.get());
+        report.add(missing == 0 && low && steady, wanted.file,
                    std::string(family != nullptr ? family : "?") + ", " + std::to_string(missing) +
-                       " glyphs missing");
+                       " glyphs missing" + (steady ? "" : ", figures of many widths"));
     }
 }
