@@ -107,6 +107,10 @@ Dab built_thing(Theme const& theme, SceneryItem const& item, Point offset, doubl
         return logs(theme, item, spot);
     case SceneryKind::board:
         return board(theme, item, spot);
+    case SceneryKind::flag:
+        return flag(spot);
+    case SceneryKind::banner:
+        return banner(theme, item, spot);
     case SceneryKind::fountain:
         return fountain(theme, item, offset);
     case SceneryKind::lighthouse:

@@ -4,6 +4,7 @@
 #include "track_compiler/grid_writer.h"
 #include "track_compiler/racing_line.h"
 #include "track_compiler/scenery.h"
+#include "track_compiler/start_furniture.h"
 
 #include <utility>
 
@@ -45,6 +46,8 @@ std::optional<CompiledCourse> compile_course(Course course, Theme const& theme, 
     made.field = measure_road(made.line, made.course.width, made.course.height, reach);
     made.track = make_grid(made.course, made.line, made.field, theme.rim_width);
     check_grid(made.course, made.line, made.track, faults);
+    check_letterings(made.course, made.field, border, faults);
+    add_start_furniture(made.course, made.theme, made.track, made.field);
     made.items = place_scenery(made.course, made.theme, made.line, made.field, faults);
     if (!faults.empty()) return std::nullopt;
     made.racing = racing_offsets(made.line);

@@ -42,7 +42,9 @@ enum class SceneryKind {
     pier,
     digger,
     logs,
-    board
+    board,
+    flag,  // at an end of the goal line
+    banner // beside the goal line, with the course's name
 };
 
 // One solid thing beside the road. Round kinds have length = width = diameter and no angle.
@@ -53,6 +55,7 @@ struct SceneryItem {
     double width = 0.0;  // across it
     double angle = 0.0;  // radians, clockwise from +x
     int line = 0;
+    std::string text = {}; // of a banner
 };
 
 enum class GroundKind { water, sand, gravel, field, plaza, ice, woods, rocks };
@@ -94,11 +97,10 @@ struct SceneryScatter {
     int line = 0;
 };
 
-// Words painted on the ground; flat, so they may lie on the road.
+// Words painted on the ground, upright for the camera; flat, so they may lie on the road.
 struct Lettering {
-    Point at = {}; // their middle
-    double height = 0.0;
-    double angle = 0.0; // radians
+    Point at = {};       // their middle
+    double height = 0.0; // of a capital
     std::string text = {};
     int line = 0;
 };

@@ -1,5 +1,9 @@
 #include "track_compiler/course_checks.h"
 
+#include "track_compiler/lane_field.h"
+#include "track_compiler/scenery.h"
+#include "track_compiler/stencil.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -119,6 +123,26 @@ void check_run_up(Course const& course, Track const& track, Faults& faults) {
     }
 }
 
+// What lettering would lie on.
+struct Ground {
+    bool whole = true; // no lane and no edge of the road
+    bool road = false;
+    GroundArea const* patch = nullptr;
+};
+
+Ground ground_at(Course const& course, RoadField const& field, LaneField const& lanes,
+                 double border, Point at) {
+    constexpr double EDGE_LINE = 6.0; // cells within the road's edge
+    double const edge = road_at(field, at).edge;
+    Ground ground{.road = edge <= 0.0};
+    ground.whole = edge <= -EDGE_LINE || (edge > border && lane_at(lanes, at).lane == 0);
+    if (ground.road) return ground;
+    for (GroundArea const& area : course.areas) {
+        if (inside(area, at)) ground.patch = &area;
+    }
+    return ground;
+}
+
 // Distances run one way round the course, so that the cells behind the line are a lap away. If
 // they are not, there is a way past the line or across the course.
 void check_flood(Course const& course, Centreline const& line, Track const& track, Faults& faults) {
@@ -140,6 +164,24 @@ void check_flood(Course const& course, Centreline const& line, Track const& trac
 void check_road(Course const& course, Centreline const& line, double border, Faults& faults) {
     check_on_grid(course, line, border, faults);
     check_apart(line, faults);
+}
+
+void check_letterings(Course const& course, RoadField const& field, double border, Faults& faults) {
+    LaneField const lanes = measure_lanes(course, course.width, course.height);
+    for (Lettering const& lettering : course.letterings) {
+        Ground const first = ground_at(course, field, lanes, border, lettering.at);
+        double const wide = lettering.height * stencil_width(lettering.text);
+        bool even = first.whole;
+        for (double y = -0.6; y <= 0.6; y += 0.2) {
+            for (double x = -0.52; x <= 0.52; x += 0.02) {
+                Point const at = lettering.at + Point{x * wide, y * lettering.height};
+                Ground const here = ground_at(course, field, lanes, border, at);
+                even = even && here.whole && here.road == first.road && here.patch == first.patch;
+            }
+        }
+        if (even) continue;
+        faults.push_back({lettering.line, "lettering: an edge or a lane runs through it"});
+    }
 }
 
 void check_grid(Course const& course, Centreline const& line, Track const& track, Faults& faults) {

@@ -211,7 +211,6 @@ void read_lettering(Reader& in, Course& course) {
     Lettering lettering{.line = in.data.number};
     lettering.at = in.point("place");
     lettering.height = in.number("height", 4, 400);
-    lettering.angle = in.degrees("angle");
     lettering.text = in.word("text");
     course.letterings.push_back(std::move(lettering));
 }

@@ -10,23 +10,21 @@
 
 namespace {
 
-// Worn paint: where the ground is rough it has gone.
+// Paint that feet and tyres have worn alike everywhere: small pits in an even coat.
 void brush(std::uint32_t& pixel, Colour colour, Point at, double alpha) {
-    double const left = smoothstep(0.22, 0.42, clouds().at(at, 36.0));
-    blend(pixel, colour, alpha * (0.45 + 0.55 * left));
+    double const pits = smoothstep(0.34, 0.40, clouds().at(at, 3.0));
+    blend(pixel, colour, alpha * (0.74 + 0.26 * pits));
 }
 
 void paint_lettering(Theme const& theme, Lettering const& lettering, Picture const& picture) {
-    double const wide =
-        lettering.height * STENCIL_ASPECT * static_cast<double>(lettering.text.size());
-    Point const along = direction(lettering.angle);
-    double const radius = std::hypot(wide, lettering.height) / 2.0;
+    double const high = lettering.height;
+    double const wide = high * stencil_width(lettering.text);
+    double const radius = std::max(wide, high) / 2.0 + 1.0;
     paint_box(picture, lettering.at, radius, [&](std::uint32_t& pixel, Point offset) {
-        double const x = (dot(offset, along) + wide / 2.0) / lettering.height;
-        double const y = cross(along, offset) / lettering.height + 0.5;
-        double const paint =
-            stencil_coverage(lettering.text, x, y, 1.0 / (lettering.height * PICTURE_SCALE));
-        brush(pixel, theme.ink, lettering.at + offset, 0.85 * paint);
+        if (std::fabs(offset.y) > 0.7 * high) return;
+        Point const at = (1.0 / high) * (offset + Point{wide / 2.0, high / 2.0});
+        double const paint = coverage(high * stencil_outside(lettering.text, at));
+        if (paint > 0.0) brush(pixel, theme.ink, lettering.at + offset, 0.94 * paint);
     });
 }
 
@@ -61,18 +59,21 @@ void paint_skid(PaintSource const& source, Picture const& picture, std::size_t f
     }
 }
 
-// One bracket, open to the rear: the front of a car's place.
-void paint_grid_box(Theme const& theme, Goal const& goal, Point front, Picture const& picture) {
-    constexpr double HALF_WIDE = 10.0;
-    constexpr double LONG = 16.0;
-    constexpr double HALF_LINE = 0.9;
-    paint_box(picture, front, LONG + HALF_WIDE, [&](std::uint32_t& pixel, Point offset) {
-        double const x = -dot(offset, goal.ahead);
+// The places of both cars, side by side and open to the rear, painted where the cars will stand.
+void paint_boxes(Theme const& theme, Track const& track, Goal const& goal, Picture const& picture) {
+    constexpr double NOSE = 15.5;     // cells from a car's middle to its box's front
+    constexpr double TAIL = 12.0;     // and to where its sides end
+    constexpr double WIDE = 16.4;     // from the line between the cars to the outer lines
+    constexpr double HALF_LINE = 1.1; // a line's half width
+    Point const start{track.start_x + 0.5, track.start_y + 0.5};
+    paint_box(picture, start, NOSE + WIDE, [&](std::uint32_t& pixel, Point offset) {
+        double const x = dot(offset, goal.ahead);
         double const y = std::fabs(dot(offset, goal.side));
-        double const bar = std::max(std::fabs(x) - HALF_LINE, y - HALF_WIDE);
-        double const leg = std::max(std::fabs(y - HALF_WIDE + HALF_LINE) - HALF_LINE,
-                                    std::fabs(x - LONG / 2.0) - LONG / 2.0);
-        brush(pixel, theme.line, front + offset, 0.9 * coverage(std::min(bar, leg)));
+        double const front = std::max(std::fabs(x - NOSE), y - WIDE);
+        double const lines = std::min(y, std::fabs(y - WIDE));
+        double const sides = std::max({lines, x - NOSE, -TAIL - x});
+        brush(pixel, theme.line, start + offset,
+              0.96 * coverage(std::min(front, sides) - HALF_LINE));
     });
 }
 
@@ -104,25 +105,21 @@ void paint_skids(PaintSource const& source, Picture const& picture) {
 }
 
 void paint_goal(PaintSource const& source, Picture const& picture) {
-    constexpr double SQUARE = 4.0; // cells; two rows of them, the line in their middle
-    constexpr int BOXES = 6;
-    constexpr double BOX_GAP = 30.0;
+    constexpr double SQUARE = 8.0;        // cells; large enough for the smallest zoom
+    constexpr double HALF = 1.5 * SQUARE; // three rows of them, the line in their middle
     Theme const& theme = source.theme;
     Goal const goal = goal_of(source.track);
     // Where the paint is ink, as on paper, the other squares are light.
     bool const inky = theme.line.r + theme.line.g + theme.line.b < 1.5F;
-    Colour const other = inky ? WHITE : shade(theme.line, 0.12);
-    paint_bar(picture, goal, {goal.middle, goal.half_span, SQUARE},
+    Colour const other = inky ? WHITE : shade(theme.line, 0.10);
+    paint_bar(picture, goal, {goal.middle, goal.half_span, HALF},
               [&](std::uint32_t& pixel, double x, double y, double alpha) {
                   auto const square = [](double v) {
-                      return static_cast<int>(std::floor(v / SQUARE));
+                      return static_cast<int>(std::floor((v + HALF) / SQUARE));
                   };
                   bool const odd = (square(x) + square(y)) % 2 != 0;
-                  blend(pixel, odd ? other : theme.line, alpha);
+                  Point const at = goal.middle + x * goal.side + y * goal.ahead;
+                  brush(pixel, odd ? other : theme.line, at, 0.96 * alpha);
               });
-    for (int box = 0; box < BOXES; box++) {
-        double const lane = (box % 2 == 0 ? -0.45 : 0.45) * goal.half_span;
-        Point const front = goal.middle - (24.0 + BOX_GAP * box) * goal.ahead + lane * goal.side;
-        paint_grid_box(theme, goal, front, picture);
-    }
+    paint_boxes(theme, source.track, goal, picture);
 }

@@ -1,7 +1,6 @@
 #include "track_compiler/painter.h"
 
 #include "render/image.h"
-#include "track_compiler/gantry_painter.h"
 #include "track_compiler/ground_painter.h"
 #include "track_compiler/markings_painter.h"
 #include "track_compiler/night_painter.h"
@@ -53,7 +52,6 @@ SurfaceHandle paint_track(PaintSource const& source) {
     paint_goal(source, picture);
     paint_shadows(source, picture);
     paint_things(source, picture);
-    paint_gantry(source, picture);
     paint_night(source, picture);
     return surface;
 }

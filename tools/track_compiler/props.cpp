@@ -3,6 +3,7 @@
 #include "track_compiler/grain.h"
 #include "track_compiler/ground_painter.h"
 #include "track_compiler/picture.h"
+#include "track_compiler/stencil.h"
 #include "track_compiler/things.h"
 
 #include <array>
@@ -125,6 +126,49 @@ Dab board(Theme const& theme, SceneryItem const& item, Spot const& spot) {
     Colour colour = letter ? sign : ground;
     if (std::fabs(x) > PANEL / 2.0 - 0.7 || spot.outside > -0.8) colour = shade(theme.wall, 0.6);
     return {colour, coverage(spot.outside)};
+}
+
+// Chequered cloth that waves in the wind, on a pole whose head shines.
+Dab flag(Spot const& spot) {
+    constexpr double SQUARE = 4.4; // cells
+    double const from_pole = spot.x + spot.half_long;
+    if (from_pole < 4.0) {
+        double const head = std::hypot(from_pole - 2.0, spot.y) - 2.0;
+        return {head > -0.8 ? shade(STEEL, 0.6) : Colour{0.95F, 0.82F, 0.40F}, coverage(head)};
+    }
+    double const swing = std::min(1.0, (from_pole - 4.0) / 10.0);
+    double const wave = std::sin(from_pole / 3.6);
+    double const y = spot.y - 1.6 * swing * wave;
+    double const outside = std::max(std::fabs(y) - spot.half_wide + 2.0, spot.outside);
+    bool const odd = (static_cast<int>(whole((from_pole - 4.0) / SQUARE)) +
+                      static_cast<int>(whole(y / SQUARE))) %
+                         2 !=
+                     0;
+    double const light = 0.92 + 0.10 * swing * std::cos(from_pole / 3.6);
+    return {shade(odd ? Colour{0.10F, 0.10F, 0.12F} : WHITE, light), coverage(outside)};
+}
+
+// A cloth between two posts: the course's name between two chequered ends.
+Dab banner(Theme const& theme, SceneryItem const& item, Spot const& spot) {
+    constexpr double POST = 2.0;   // cells, half of a post's side
+    constexpr double SQUARE = 4.5; // cells
+    double const end = spot.half_long - std::fabs(spot.x);
+    if (end < 2.0 * POST) return {shade(STEEL, end < 1.0 ? 0.7 : 1.2), coverage(spot.outside)};
+    double const hem = spot.half_wide - std::fabs(spot.y);
+    if (hem < 1.2) return {shade(theme.kerb_red, 0.95), coverage(spot.outside)};
+    if (end < 2.0 * POST + 2.0 * SQUARE) {
+        bool const odd = (static_cast<int>(whole((end - 2.0 * POST) / SQUARE)) +
+                          static_cast<int>(whole(spot.y / SQUARE))) %
+                             2 !=
+                         0;
+        return {odd ? WHITE : shade(WHITE, 0.1), 1.0};
+    }
+    Point const at{spot.x + spot.half_long - BANNER_END, spot.y + BANNER_LETTER / 2.0};
+    double const outside = BANNER_LETTER * stencil_outside(item.text, (1.0 / BANNER_LETTER) * at);
+    double const paint = coverage(outside);
+    Colour const cloth = theme.paper > 0.0 ? theme.ink : Colour{0.10F, 0.11F, 0.14F};
+    bool const glows = theme.dark > 0.0 && paint > 0.4;
+    return {mix(cloth, WHITE, 0.96 * paint), 1.0, glows};
 }
 
 // A basin with rings of ripples around the jet.

@@ -1,5 +1,6 @@
 #include "track_compiler/scenery.h"
 
+#include "track_compiler/stencil.h"
 #include "track_compiler/texture.h"
 #include "track_compiler/things.h"
 
@@ -12,24 +13,6 @@ namespace {
 
 constexpr int TRIES = 12; // places that a scattered thing is offered
 
-// Does any part of the item lie nearer to the road's edge than `border`?
-bool touches_road(SceneryItem const& item, RoadField const& field, double border) {
-    if (item.length == item.width && item.angle == 0.0) {
-        return road_at(field, item.at).edge < border + item.length / 2.0;
-    }
-    Point const along = direction(item.angle);
-    Point const across = side_of(along);
-    int const steps = static_cast<int>(std::ceil(std::max(item.length, item.width) / 4.0)) + 1;
-    for (int i = 0; i <= steps; i++) {
-        for (int j = 0; j <= steps; j++) {
-            Point const place = item.at + item.length * (1.0 * i / steps - 0.5) * along +
-                                item.width * (1.0 * j / steps - 0.5) * across;
-            if (road_at(field, place).edge < border) return true;
-        }
-    }
-    return false;
-}
-
 bool on_water(Course const& course, Point place) {
     return std::any_of(course.areas.begin(), course.areas.end(), [&](GroundArea const& area) {
         return area.kind == GroundKind::water && inside(area, place);
@@ -39,11 +22,10 @@ bool on_water(Course const& course, Point place) {
 // Nothing grows on lettering, lanes, gravel and paving or among a field's crop.
 bool kept_free(Course const& course, Point place) {
     auto const on_text = [&](Lettering const& lettering) {
-        double const wide = lettering.height * static_cast<double>(lettering.text.size());
-        Point const along = direction(lettering.angle);
+        double const wide = lettering.height * stencil_width(lettering.text);
         Point const offset = place - lettering.at;
-        return std::fabs(dot(offset, along)) < wide / 2.0 &&
-               std::fabs(cross(along, offset)) < lettering.height;
+        return std::fabs(offset.x) < wide / 2.0 + 26.0 &&
+               std::fabs(offset.y) < lettering.height / 2.0 + 26.0;
     };
     auto const on_lane = [&](Lane const& lane) {
         for (std::size_t i = 0; i + 1 < lane.way.size(); i++) {
@@ -154,6 +136,23 @@ SceneryScatter scatter_of(ThemeScatter const& rule, Course const& course) {
 
 } // namespace
 
+bool touches_road(SceneryItem const& item, RoadField const& field, double border) {
+    if (item.length == item.width && item.angle == 0.0) {
+        return road_at(field, item.at).edge < border + item.length / 2.0;
+    }
+    Point const along = direction(item.angle);
+    Point const across = side_of(along);
+    int const steps = static_cast<int>(std::ceil(std::max(item.length, item.width) / 4.0)) + 1;
+    for (int i = 0; i <= steps; i++) {
+        for (int j = 0; j <= steps; j++) {
+            Point const place = item.at + item.length * (1.0 * i / steps - 0.5) * along +
+                                item.width * (1.0 * j / steps - 0.5) * across;
+            if (road_at(field, place).edge < border) return true;
+        }
+    }
+    return false;
+}
+
 bool inside(GroundArea const& area, Point place) {
     bool in = false;
     for (std::size_t i = 0, j = area.corners.size() - 1; i < area.corners.size(); j = i++) {
@@ -191,7 +190,7 @@ std::vector<SceneryItem> place_scenery(Course const& course, Theme const& theme,
     double const clear = border + 2.0;
     std::vector<SceneryItem> items = course.items;
     for (SceneryItem const& item : items) {
-        if (!touches_road(item, field, border)) continue;
+        if (item.line == 0 || !touches_road(item, field, border)) continue;
         faults.push_back({item.line, "it stands on the road or its rim"});
     }
     for (ThemeRow const& row : theme.rows) place_row(course, line, row, field, clear, items);

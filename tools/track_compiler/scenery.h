@@ -19,6 +19,9 @@ std::vector<SceneryItem> place_scenery(Course const& course, Theme const& theme,
 
 bool inside(GroundArea const& area, Point place);
 
+// Does any part of the item lie nearer to the road's edge than `border`?
+bool touches_road(SceneryItem const& item, RoadField const& field, double border);
+
 // 1 in the middle of a grove, 0 in the open; the same for all courses.
 double grove(Point place);
 

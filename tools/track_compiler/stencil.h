@@ -1,11 +1,15 @@
 #pragma once
 
-// Block letters for the ground: capitals, digits and a few signs on a raster of 5 by 7.
+// Lettering as it is sprayed through a stencil: a real font's capitals, figures and signs, with
+// bridges that hold the insides of O and R in place. All lengths are in heights of a capital.
 
-#include <string>
+#include "track_compiler/geometry.h"
 
-constexpr double STENCIL_ASPECT = 6.0 / 7.0; // advance of a letter by its height
+#include <string_view>
 
-// How much of a place a line of text covers, 0..1. `x` and `y` are in heights of its letters from
-// the text's upper left corner, `pixel` is a pixel's side in the same measure.
-double stencil_coverage(std::string const& text, double x, double y, double pixel);
+// Small letters count as capitals; a byte that the stencil does not have is a blank.
+double stencil_width(std::string_view text);
+
+// Distance of a place to the nearest paint, negative within it, from the text's upper left corner.
+// Exact near the paint only.
+double stencil_outside(std::string_view text, Point at);

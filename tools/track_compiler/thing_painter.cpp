@@ -36,6 +36,9 @@ double height_of(SceneryItem const& item) {
         return 3.0;
     case SceneryKind::digger:
         return 8.0;
+    case SceneryKind::flag:
+    case SceneryKind::banner:
+        return 10.0;
     case SceneryKind::crane:
         return 26.0;
     case SceneryKind::lighthouse:
@@ -134,12 +137,14 @@ void paint_thing(PaintSource const& source, SceneryItem const& item, Picture con
     Theme const& theme = source.theme;
     double const front = front_of(source, item);
     bool const natural = is_natural(item.kind);
+    bool const printed = item.kind == SceneryKind::flag || item.kind == SceneryKind::banner;
+    bool const drawn = theme.paper > 0.0 && !printed;
     auto const look = [&](Point offset) {
         return natural ? natural_thing(theme, item, offset)
                        : built_thing(theme, item, offset, front);
     };
     paint_box(picture, item.at, radius_of(item) + 1.0, [&](std::uint32_t& pixel, Point offset) {
-        Dab const dab = theme.paper > 0.0 ? sketched(theme, item.kind, offset, look) : look(offset);
+        Dab const dab = drawn ? sketched(theme, item.kind, offset, look) : look(offset);
         if (filter(dab)) blend(pixel, dab.colour, dab.alpha);
     });
 }

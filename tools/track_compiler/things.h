@@ -32,6 +32,11 @@ Dab natural_thing(Theme const& theme, SceneryItem const& item, Point offset);
 // `front` is 1 if the road lies towards the spot's +y and -1 if not.
 Dab built_thing(Theme const& theme, SceneryItem const& item, Point offset, double front);
 
+// Measures of a banner, in cells.
+constexpr double BANNER_LETTER = 10.0; // height of its letters
+constexpr double BANNER_WIDTH = 19.0;
+constexpr double BANNER_END = 19.0; // from its end to the first letter
+
 // The single things, for built_thing.
 Dab house(Theme const& theme, SceneryItem const& item, Spot const& spot);
 Dab shed(Theme const& theme, Spot const& spot);
@@ -43,6 +48,8 @@ Dab parked_car(Theme const& theme, SceneryItem const& item, Spot const& spot);
 Dab crane(Theme const& theme, Spot const& spot);
 Dab digger(Theme const& theme, Spot const& spot);
 Dab logs(Theme const& theme, SceneryItem const& item, Spot const& spot);
+Dab flag(Spot const& spot);
+Dab banner(Theme const& theme, SceneryItem const& item, Spot const& spot);
 Dab board(Theme const& theme, SceneryItem const& item, Spot const& spot);
 Dab fountain(Theme const& theme, SceneryItem const& item, Point offset);
 Dab lighthouse(Theme const& theme, SceneryItem const& item, Point offset);
