@@ -1,0 +1,210 @@
+// brindle-track: tracks of the player's own, from a page of text to a race on it. Exit status 0, 1
+// for a course that cannot be raced or a file that cannot be written, 2 for a wrong call.
+
+#include "brindle_track/first_course.h"
+#include "brindle_track/own_slots.h"
+#include "shell/game_folder.h"
+#include "shell/own_folder.h"
+#include "track_compiler/make_track.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int FAULT = 1;
+constexpr int WRONG_CALL = 2;
+constexpr std::size_t LONGEST_NAME = 60; // bytes; the name becomes a part of ghosts' file names
+
+struct Call {
+    std::string verb;
+    std::string subject; // a track's name or a course's file
+    std::string theme = "coast";
+    int slot = 0; // 1..9, 0 for any
+    std::vector<std::string> for_the_game;
+};
+
+int show_usage(std::FILE* stream, int status) {
+    std::fputs("Brindle Run - tracks of your own\n"
+               "\n"
+               "Usage: brindle-track new NAME [--theme THEME]\n"
+               "           write NAME.course, a first course, in this folder\n"
+               "       brindle-track build COURSE [--slot 1-9]\n"
+               "           check it, and put grid and picture among your own tracks\n"
+               "       brindle-track try COURSE [--slot 1-9] [-- OPTIONS]\n"
+               "           build it, and start the game on it (with these options of the game's)\n",
+               stream);
+    return status;
+}
+
+// Fills `call`; false for anything that is not understood.
+bool read_call(std::vector<std::string> const& words, Call& call) {
+    if (words.size() < 2) return false;
+    call.verb = words[0];
+    call.subject = words[1];
+    bool const makes_new = call.verb == "new";
+    if (!makes_new && call.verb != "build" && call.verb != "try") return false;
+    for (std::size_t i = 2; i < words.size(); ++i) {
+        bool const has_value = i + 1 < words.size();
+        if (call.verb == "try" && words[i] == "--") {
+            call.for_the_game.assign(words.begin() + static_cast<std::ptrdiff_t>(i) + 1,
+                                     words.end());
+            return true;
+        }
+        if (makes_new && words[i] == "--theme" && has_value) {
+            call.theme = words[++i];
+        } else if (!makes_new && words[i] == "--slot" && has_value && words[i + 1].size() == 1 &&
+                   words[i + 1][0] >= '1' && words[i + 1][0] <= '9') {
+            call.slot = words[++i][0] - '0';
+        } else {
+            return false;
+        }
+    }
+    return true;
+}
+
+int fail(std::string const& reason) {
+    std::fprintf(stderr, "brindle-track: %s\n", reason.c_str());
+    return FAULT;
+}
+
+// Themes beside the course come before the game's.
+std::vector<fs::path> theme_folders(fs::path const& course, fs::path const& data) {
+    return {fs::absolute(course).parent_path(), data / "themes"};
+}
+
+// A name that can stand in a file's name, in quotes and on the menu.
+bool is_usable(std::string const& name) {
+    return !name.empty() && name.size() <= LONGEST_NAME && name[0] != '.' &&
+           std::none_of(name.begin(), name.end(), [](char c) {
+               return c == '/' || c == '\\' || c == '"' || (c >= 0 && c < ' ');
+           });
+}
+
+int make_new(Call const& call, fs::path const& data) {
+    if (!is_usable(call.subject)) return fail("a track cannot be called \"" + call.subject + "\"");
+    std::string const path = call.subject + ".course";
+    std::vector<fs::path> const themes = theme_folders(path, data);
+    if (std::none_of(themes.begin(), themes.end(), [&](fs::path const& folder) {
+            return fs::exists(folder / (call.theme + ".theme"));
+        })) {
+        std::string known;
+        for (auto const& entry : fs::directory_iterator(themes.back())) {
+            known.append(1, ' ').append(entry.path().stem().string());
+        }
+        return fail("there is no theme \"" + call.theme + "\"; there are:" + known);
+    }
+    if (fs::exists(path)) return fail(path + " is there already");
+    std::ofstream file(path);
+    file << first_course(call.subject, call.theme);
+    file.close();
+    if (!file) return fail(path + " cannot be written");
+    std::printf("Wrote %s. Change it as you like; then: brindle-track try \"%s\"\n", path.c_str(),
+                path.c_str());
+    return 0;
+}
+
+void show_step(char const* step) {
+    std::printf("%s ...\n", step);
+    std::fflush(stdout);
+}
+
+// Moves the finished track from `made` among the player's own; its file name is `name`.
+bool put_in_place(fs::path const& made, fs::path const& tracks, std::string const& name,
+                  fs::path const& before) {
+    std::error_code error;
+    for (char const* extension : {".png", ".trk"}) {
+        if (error) return false;
+        fs::rename(made.string() + extension, tracks / (name + extension), error);
+    }
+    if (error) return false;
+    if (before.empty() || before.stem() == name) return true;
+    for (char const* extension : {".png", ".trk"}) {
+        fs::remove(tracks / fs::path(before).replace_extension(extension), error);
+    }
+    return true;
+}
+
+// Builds the course among the player's own tracks; the slot in `call` becomes the one it went to.
+int build(Call& call, fs::path const& data) {
+    std::optional<Course> course = read_course(call.subject);
+    if (!course) return FAULT;
+    fs::path const source = fs::weakly_canonical(call.subject);
+    std::string const name = course->name.empty() ? source.stem().string() : course->name;
+    if (!is_usable(name)) return fail("a track cannot be called \"" + name + "\"");
+    fs::path const own = own_game_folder();
+    if (!refresh_own_folder(own, data)) return fail(own.string() + " cannot be made");
+    SlotChoice const choice = choose_slot(own / "tracks", data, source, name, call.slot);
+    if (choice.slot == 0) return fail(choice.problem);
+    call.slot = choice.slot;
+
+    // Made beside the tracks, so that the game never meets half a track.
+    fs::path const workshop = own / ".workshop";
+    std::error_code ignored;
+    fs::create_directories(workshop, ignored);
+    bool const made = make_track(*std::move(course), call.subject, theme_folders(source, data),
+                                 (workshop / name).string(), show_step);
+    std::string const file = std::to_string(choice.slot) + "_" + name;
+    bool const placed = made && put_in_place(workshop / name, own / "tracks", file, choice.before);
+    fs::remove_all(workshop, ignored);
+    if (!made) return FAULT;
+    if (!placed) return fail((own / "tracks" / file).string() + ".trk cannot be written");
+    remember_built(own / "tracks", source, file + ".trk");
+    refresh_own_folder(own, data);
+    std::printf("Built %s\n", (own / "tracks" / (file + ".trk")).c_str());
+    if (!choice.hides.empty()) {
+        std::printf("It takes the place of %s for as long as it is there.\n", choice.hides.c_str());
+    }
+    std::printf("Press %d in the menu to race on it.\n", choice.slot);
+    return 0;
+}
+
+// The game beside this program, or where both were installed, or wherever the shell finds it.
+std::string find_game() {
+    std::error_code error;
+    fs::path const here = fs::read_symlink("/proc/self/exe", error).parent_path();
+    for (fs::path const& place : {here / "brindle-run", here / "../games/brindle-run"}) {
+        if (!error && fs::exists(place)) return place.lexically_normal().string();
+    }
+    return "brindle-run";
+}
+
+int start_game(Call const& call) {
+    std::string const game = find_game();
+    std::vector<std::string> words = {game};
+    if (call.for_the_game.empty()) words.emplace_back("-fast");
+    words.insert(words.end(), call.for_the_game.begin(), call.for_the_game.end());
+    words.push_back(std::to_string(call.slot));
+    std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
+    for (std::string& word : words) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    std::error_code error;
+    fs::current_path(own_game_folder(), error);
+    std::fflush(stdout);
+    execvp(game.c_str(), arguments.data());
+    return fail("the game cannot be started: " + game);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::string> const words(argv + 1, argv + argc);
+    if (words == std::vector<std::string>{"--help"}) return show_usage(stdout, 0);
+    Call call;
+    if (!read_call(words, call)) return show_usage(stderr, WRONG_CALL);
+    std::optional<fs::path> const data = find_game_data();
+    if (!data) return fail("no game data found: install the package brindle-run-data");
+    if (call.verb == "new") return make_new(call, *data);
+    int const status = build(call, *data);
+    return status == 0 && call.verb == "try" ? start_game(call) : status;
+}
