@@ -131,7 +131,7 @@ void tick(benchmark::State& state) {
     HeadlessRace race;
     headless_start(race, make_ring(1200, 800), {});
     headless_run(race, 20.0);
-    RaceContext const context{race.sim, race.track, race.audio, race.track_path, 0, false, 10};
+    RaceContext context{race.sim, race.track, race.events, 1, false, 10};
     Player& player = race.sim.p1;
     CarState const driving = player.car;
     int i = 0;

@@ -3,16 +3,19 @@
 #include "audio/audio.h"
 #include "input/controls.h"
 #include "race/race_picture.h"
+#include "race/race_report.h"
+#include "race/race_rules.h"
+#include "race/race_tick.h"
 #include "render/camera.h"
 #include "render/track_view.h"
 #include "screens/finish_sequence.h"
 #include "world/ai_driver.h"
+#include "world/geometry.h"
 
 #include <SDL.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 // Real time becomes simulated time here, and only here: every frame adds its length to `acc_ms`
 // and steps of 10 ms are taken off it. What is left over is the fraction by which the picture is
@@ -22,23 +25,6 @@
 namespace {
 
 constexpr std::uint32_t MAX_FRAME_MS = 200; // at most 20 steps a frame; the rest of a stall is lost
-constexpr std::uint32_t OUT_OF_TIME_MS = 20000;
-constexpr std::uint32_t FADE_OUT_MS = 1000; // a finished car, and the wait for game over
-
-struct Beep {
-    std::uint32_t at_ms;
-    float hz;
-    float seconds;
-    float volume;
-};
-
-constexpr std::int32_t GO_STEP = 3;
-constexpr std::array<Beep, 4> beeps{{
-    {0, 660.0F, 0.18F, 0.55F},
-    {1000, 660.0F, 0.18F, 0.55F},
-    {2000, 660.0F, 0.18F, 0.55F},
-    {3000, 990.0F, 0.9F, 0.75F},
-}};
 
 // The length of this frame in milliseconds, added to what is yet to be simulated.
 std::uint32_t take_real_time(GameLoop& g) {
@@ -51,58 +37,6 @@ std::uint32_t take_real_time(GameLoop& g) {
         g.fps = g.fps == 0.0 ? rate : 0.9 * g.fps + 0.1 * rate;
     }
     return dt;
-}
-
-void set_clocks_to_now(GameLoop& g, Player& player) {
-    player.lap_start_ms = static_cast<double>(g.sim.sim_time_ms);
-    player.race_start_ms = player.lap_start_ms;
-}
-
-void go(GameLoop& g, std::uint32_t now) {
-    for (Player* player : {&g.sim.p1, &g.sim.p2}) {
-        set_clocks_to_now(g, *player);
-        player->trace.clear();
-    }
-    g.sim.countdown.active = false;
-    g.sim.countdown.step = GO_STEP + 1;
-    g.sim.music_start_tick = now + 300;
-}
-
-// A frame that comes late plays all beeps that are due.
-void run_countdown(GameLoop& g, std::uint32_t now) {
-    Countdown& countdown = g.sim.countdown;
-    if (!countdown.active) return;
-    std::uint32_t const elapsed = now - countdown.start_tick;
-    while (countdown.step <= GO_STEP) {
-        Beep const& beep = beeps.at(static_cast<std::size_t>(countdown.step));
-        if (elapsed < beep.at_ms) return;
-        g.audio.request_beep(beep.hz, beep.seconds, beep.volume);
-        if (countdown.step == GO_STEP) {
-            go(g, now);
-        } else {
-            ++countdown.step;
-        }
-    }
-}
-
-void start_music_after_go(GameLoop& g, std::uint32_t now) {
-    if (g.sim.music_start_tick == 0 || g.sim.music_start_tick > now) return;
-    g.sim.music_on = true;
-    g.apply_music();
-    g.sim.music_start_tick = 0;
-}
-
-void stop_who_is_out_of_time(GameLoop& g, std::uint32_t now) {
-    if (g.sim.laps <= 0 || g.sim.first_finish_tick == 0) return;
-    for (Player* player : {&g.sim.p1, &g.sim.p2}) {
-        if (player->view.finished_ms != 0) continue;
-        if (now - g.sim.first_finish_tick < OUT_OF_TIME_MS) continue;
-        player->view.finished_ms = now;
-        player->finish_ms = static_cast<double>(g.sim.sim_time_ms);
-        player->view.skid_points.clear();
-        std::printf("P%d out of time — race over\n", player->id);
-        std::fflush(stdout);
-    }
 }
 
 void read_controls(GameLoop& g) {
@@ -123,27 +57,35 @@ void read_controls(GameLoop& g) {
     if (g.ai_blue) blue.input = ai_drive(blue, red, g.track);
 }
 
-void hold_clocks(GameLoop& g) {
-    for (Player* player : {&g.sim.p1, &g.sim.p2}) {
-        if (g.sim.countdown.active) player->input = {};
-        if (g.sim.countdown.active || player->waiting_for_line) set_clocks_to_now(g, *player);
-        // Until the car has faded out it still answers to its driver.
-        if (player->view.finished_ms != 0 && player->view.car_alpha == 0) player->input = {};
-    }
+// What has happened is told at once, so that a sound or a record is never a frame late.
+void report(GameLoop& g) {
+    ReportContext context{.sim = g.sim,
+                          .audio = g.audio,
+                          .track_path = g.track_path,
+                          .track_slot = g.track_slot,
+                          .arcade = g.arcade};
+    report_events(context, g.events);
+}
+
+void run_rules(GameLoop& g, std::uint32_t now) {
+    run_countdown(g.sim, now, g.events);
+    if (start_music_after_go(g.sim, now)) g.apply_music();
+    stop_who_is_out_of_time(g.sim, now, g.events);
+    report(g);
 }
 
 void run_steps(GameLoop& g, std::uint32_t now) {
-    RaceContext const race{.sim = g.sim,
-                           .track = g.track,
-                           .audio = g.audio,
-                           .track_path = g.track_path,
-                           .track_slot = g.track_slot,
-                           .arcade = g.arcade,
-                           .ticks_per_step = ticks_per_step()};
+    RaceContext race{.sim = g.sim,
+                     .track = g.track,
+                     .events = g.events,
+                     .now = std::max(now, 1U),
+                     .arcade = g.arcade,
+                     .ticks_per_step = ticks_per_step()};
     g.acc_ms = std::min(g.acc_ms, MAX_FRAME_MS);
     while (g.acc_ms >= STEP_MS) {
         g.acc_ms -= STEP_MS;
-        race_step(race, now);
+        race_step(race);
+        report(g);
     }
 }
 
@@ -153,10 +95,7 @@ CarState interpolated(Player const& player, double alpha) {
     CarState const& from = player.prev_car;
     car.x = from.x + (player.car.x - from.x) * alpha;
     car.y = from.y + (player.car.y - from.y) * alpha;
-    double turn = player.car.heading - from.heading;
-    while (turn > M_PI) turn -= 2.0 * M_PI;
-    while (turn < -M_PI) turn += 2.0 * M_PI;
-    car.heading = from.heading + turn * alpha;
+    car.heading = from.heading + wrap_angle(player.car.heading - from.heading) * alpha;
     return car;
 }
 
@@ -171,30 +110,17 @@ void follow_cars(GameLoop& g, RacePicture const& picture, std::uint32_t dt) {
     follow(g.sim.p2.view, picture.blue);
 }
 
-// A finished car fades from sight and from hearing within a second; one without a view is silent.
+// A finished car fades from sight and from hearing; one without a view is silent.
 void fade_finished_cars(GameLoop& g, std::uint32_t now) {
     for (Player* player : {&g.sim.p1, &g.sim.p2}) {
-        float level = 1.0F;
+        float const level = presence(player->view, now);
         if (player->view.finished_ms != 0) {
-            std::uint32_t const elapsed = now - player->view.finished_ms;
-            level = elapsed < FADE_OUT_MS
-                        ? 1.0F - static_cast<float>(elapsed) / static_cast<float>(FADE_OUT_MS)
-                        : 0.0F;
             player->view.car_alpha = static_cast<std::uint8_t>(std::lroundf(255.0F * level));
         }
         bool const has_view = g.view_mode == 0 || g.view_mode == player->id;
         auto const index = static_cast<std::size_t>(player->id - 1);
         g.audio.car_feed.at(index).volume = has_view ? level : 0.0F;
     }
-}
-
-void end_finished_race(GameLoop& g, std::uint32_t now) {
-    if (g.sim.game_over || g.sim.laps <= 0) return;
-    for (Player const* player : {&g.sim.p1, &g.sim.p2}) {
-        std::uint32_t const finished = player->view.finished_ms;
-        if (finished == 0 || now - finished < FADE_OUT_MS) return;
-    }
-    g.enter_game_over(now);
 }
 
 void feed_engine_sounds(GameLoop& g) {
@@ -232,11 +158,9 @@ void GameLoop::frame() {
     poll_events();
 
     std::uint32_t const t1 = SDL_GetTicks();
-    run_countdown(*this, t1);
-    start_music_after_go(*this, t1);
-    stop_who_is_out_of_time(*this, t1);
+    run_rules(*this, t1);
     read_controls(*this);
-    hold_clocks(*this);
+    hold_clocks(sim);
     run_steps(*this, t1);
 
     std::uint32_t const t2 = SDL_GetTicks();
@@ -248,7 +172,7 @@ void GameLoop::frame() {
                               .draw_tick = t2};
     follow_cars(*this, picture, dt);
     fade_finished_cars(*this, t2);
-    end_finished_race(*this, t2);
+    if (race_is_over(sim, t2)) enter_game_over(t2);
     finish_seq_update(sim.finish_seq, audio, t2);
     feed_engine_sounds(*this);
     draw_race(*this, picture);

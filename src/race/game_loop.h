@@ -6,7 +6,7 @@
 #include "base/fonts.h"
 #include "base/sdl_handles.h"
 #include "input/gamepad.h"
-#include "race/race_tick.h"
+#include "race/race_events.h"
 #include "race/simulation.h"
 #include "world/track.h"
 
@@ -112,4 +112,5 @@ public:
     double phys_scale;
     std::array<Gamepad, 2> gamepads;
     std::array<bool, 512> pressed_keys{};
+    RaceEvents events; // of the rules just run, until they are reported
 };

@@ -30,12 +30,19 @@ void decide(HeadlessRace& race) {
     }
 }
 
-void note_step(HeadlessLog& log, Player const& player, int laps_before, std::uint32_t hits) {
-    if (player.view.laps_done > laps_before) log.lap_ms.push_back(player.view.lap_overlay_time_ms);
+bool concerns(RaceEvent const& event, Player const& player) {
+    return event.player == player.id || event.player == 0;
+}
+
+void note_step(HeadlessLog& log, Player const& player, RaceEvents const& events) {
+    for (RaceEvent const& event : events) {
+        if (!concerns(event, player)) continue;
+        if (event.kind == RaceEventKind::Lap) log.lap_ms.push_back(event.time_ms);
+        if (event.loudness > 0.0F) ++log.hits;
+    }
     double const moved =
         length(Vec2{player.car.x, player.car.y} - Vec2{player.prev_car.x, player.prev_car.y});
     if (player.input.gas && moved < STUCK_STEP) log.stuck_seconds += 1.0 / STEPS_PER_SECOND;
-    log.hits = static_cast<int>(hits);
     log.top_speed = std::max(log.top_speed, player.car.speed);
 }
 
@@ -62,13 +69,17 @@ void headless_start(HeadlessRace& race, Track track, HeadlessSetup const& setup)
 
 void headless_step(HeadlessRace& race) {
     if (frame_begins(race.steps)) decide(race);
-    std::array<int, 2> const laps = {race.sim.p1.view.laps_done, race.sim.p2.view.laps_done};
-    race_step(
-        {race.sim, race.track, race.audio, race.track_path, 0, race.setup.arcade, ticks_per_step()},
-        static_cast<std::uint32_t>(race.sim.sim_time_ms));
+    race.events.clear();
+    RaceContext context{.sim = race.sim,
+                        .track = race.track,
+                        .events = race.events,
+                        .now = static_cast<std::uint32_t>(race.sim.sim_time_ms + STEP_MS),
+                        .arcade = race.setup.arcade,
+                        .ticks_per_step = ticks_per_step()};
+    race_step(context);
     ++race.steps;
-    note_step(race.log[0], race.sim.p1, laps[0], race.audio.car_feed[0].wall_hit_count.count());
-    note_step(race.log[1], race.sim.p2, laps[1], race.audio.car_feed[1].wall_hit_count.count());
+    note_step(race.log[0], race.sim.p1, race.events);
+    note_step(race.log[1], race.sim.p2, race.events);
 }
 
 void headless_run(HeadlessRace& race, double seconds) {

@@ -4,13 +4,12 @@
 // tests, benchmarks and the checking of tracks. Simulated time is the only time in it, so that the
 // same track gives the same race every time.
 
-#include "audio/audio.h"
+#include "race/race_events.h"
 #include "race/simulation.h"
 #include "world/track.h"
 
 #include <array>
 #include <cstdint>
-#include <string>
 #include <vector>
 
 struct HeadlessSetup {
@@ -32,9 +31,8 @@ struct HeadlessLog {
 struct HeadlessRace {
     Track track;
     Simulation sim;
-    Audio audio; // never opened: takes the requests and stays silent
+    RaceEvents events; // of the last step
     HeadlessSetup setup;
-    std::string track_path;         // empty: no lap of a headless race is ever put on record
     std::array<HeadlessLog, 2> log; // red, blue
     std::uint64_t steps = 0;
 };

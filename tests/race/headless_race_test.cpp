@@ -42,18 +42,20 @@ TEST_F(Headless, RacesAreTheSameBitForBitInEveryBuild) {
 TEST_F(Headless, TicksAllocateNothingButTheirRecording) {
     HeadlessRace race;
     headless_start(race, make_default_track(), {});
-    RaceContext const context{race.sim, race.track, race.audio, race.track_path, 0, false, 10};
+    RaceContext context{race.sim, race.track, race.events, 1, false, 10};
     headless_run(race, 5.0);
     for (Player* player : {&race.sim.p1, &race.sim.p2}) {
         player->input = {.gas = true, .right = true}; // into the walls, too
         player->trace.clear();
         player->trace.shrink_to_fit();
         player->trace.reserve(100000);
+        race.events.clear();
+        race.events.reserve(20000);
         std::uint64_t const before = allocation_count();
         for (int i = 0; i < 20000; ++i) race_tick(context, *player, i % 10);
         EXPECT_EQ(allocation_count(), before);
     }
-    EXPECT_GT(race.audio.car_feed[0].wall_hit_count.count(), 0U);
+    EXPECT_FALSE(race.events.empty());
 }
 
 } // namespace

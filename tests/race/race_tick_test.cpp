@@ -1,4 +1,5 @@
 #include "audio/audio.h"
+#include "race/race_report.h"
 #include "race/race_tick.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
@@ -35,16 +36,23 @@ protected:
         sim.p2.id = 2;
     }
 
-    RaceContext context(bool arcade = false, int slot = 0) {
-        return {sim, track, audio, path, slot, arcade, 10};
+    bool tick(Player& player, int i, bool arcade = false) {
+        RaceContext race{sim, track, events, NOW, arcade, 10};
+        return race_tick(race, player, i);
+    }
+
+    void report(bool arcade = false, int slot = 0) {
+        ReportContext context{sim, audio, path, slot, arcade};
+        report_events(context, events);
     }
 
     // Carries the car to `x` in one tick and lets the rules see it.
-    std::string pass(Player& player, double x, bool arcade = false, int slot = 0, int tick = 0) {
+    std::string pass(Player& player, double x, bool arcade = false, int slot = 0, int i = 0) {
         player.car.x = x;
         player.car.speed = player.car.throttle = 0.0;
         testing::internal::CaptureStdout();
-        EXPECT_FALSE(race_tick(context(arcade, slot), player, tick));
+        EXPECT_FALSE(tick(player, i, arcade));
+        report(arcade, slot);
         return testing::internal::GetCapturedStdout();
     }
 
@@ -56,8 +64,10 @@ protected:
     }
 
     Track track = make_straight();
+    static constexpr std::uint32_t NOW = 5;
     Simulation sim;
     Audio audio;
+    RaceEvents events;
     std::string path = "tracks/3_coast.trk";
 };
 
@@ -174,15 +184,17 @@ TEST_F(RaceTick, AWallTickFillsTheStepsRecording) {
     red.car.heading = red.car.travel_dir = -std::numbers::pi / 2.0;
     red.car.speed = red.car.throttle = 0.3;
     red.goal_prev_x = 60.0;
-    EXPECT_TRUE(race_tick(context(), red, 3));
+    EXPECT_TRUE(tick(red, 3));
     EXPECT_EQ(red.trace.size(), 7U);
     EXPECT_EQ(red.trace.back().y, red.car.y);
     EXPECT_FALSE(red.car.in_wall);
     EXPECT_EQ(red.goal_prev_x, 60.0); // the goal line is not looked at
+    report();
     EXPECT_EQ(audio.car_feed[0].wall_hit_count.count(), 1U);
+    EXPECT_FLOAT_EQ(audio.car_feed[0].wall_hit_volume, 0.3F);
 
     sim.countdown.active = true;
-    EXPECT_FALSE(race_tick(context(), red, 0));
+    EXPECT_FALSE(tick(red, 0));
     EXPECT_EQ(red.trace.size(), 7U);
 }
 
@@ -193,7 +205,7 @@ TEST_F(RaceTick, ATapOfTheBrakeInACornerSlidesFor200Ticks) {
         red.car = sim.p2.car;
         red.car.throttle = 0.3;
         red.input = {.brake = i == 0, .left = true};
-        race_tick(context(), red, 0);
+        tick(red, 0);
         if (red.car.throttle < 0.3 - 0.0002) ++slid; // only the brake takes so much
     }
     EXPECT_EQ(slid, 200);
@@ -201,7 +213,8 @@ TEST_F(RaceTick, ATapOfTheBrakeInACornerSlidesFor200Ticks) {
 
 TEST_F(RaceTick, StepsKeepTimeAndRunBothCars) {
     sim.p1.input.gas = sim.p2.input.gas = true;
-    race_step(context(), 5);
+    RaceContext race{sim, track, events, NOW, false, 10};
+    race_step(race);
     EXPECT_EQ(sim.sim_time_ms, 10U);
     EXPECT_EQ(sim.p1.trace.size(), 10U);
     EXPECT_EQ(sim.p2.trace.size(), 10U);

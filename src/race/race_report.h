@@ -1,0 +1,23 @@
+#pragma once
+
+// What the game does about the events of a race: lines on standard output, sounds, records. In the
+// race all that a step brings about beyond its own state happens here, right after the step.
+
+#include "race/race_events.h"
+#include "race/simulation.h"
+
+#include <string>
+
+struct Audio;
+
+// What a report works on beside the events.
+struct ReportContext {
+    Simulation& sim;
+    Audio& audio;
+    std::string const& track_path;
+    int track_slot; // records are only kept for a slot above 0
+    bool arcade;    // nothing is recorded
+};
+
+// Carries out all that `events` ask for, in their order, and empties them.
+void report_events(ReportContext& report, RaceEvents& events);
