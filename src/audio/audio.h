@@ -39,39 +39,48 @@ struct CarSynth {
 };
 
 constexpr int SFX_SLOTS = 8;
+constexpr std::int32_t DEFAULT_SAMPLE_RATE = 22050; // Hz
+// A music fade of a few hundredths of a second: share of the distance per sample.
+constexpr float QUICK_FADE_STEP = 0.0015F;
 
 struct Audio {
+    // --- Requests: the game thread writes them, the mixer reads each once a buffer.
     std::array<CarFeed, 2> car_feed;
-    std::array<CarSynth, 2> car_synth;
-
     RequestCounter beep_requests;
     Shared<float> beep_hz = 440.0F;
     Shared<float> beep_seconds = 0.0F;
-    Shared<float> beep_volume = 0.0F; // 0..1
+    Shared<float> beep_volume = 0.0F;   // 0..1
+    Shared<bool> music_playing = false; // the gain fades towards music_volume, else towards 0
+    Shared<float> music_volume = 0.6F;  // target gain, 0..1
+    Shared<float> music_fade_step =
+        QUICK_FADE_STEP; // share of the distance to the target, per sample
+    std::array<RequestCounter, SFX_SLOTS> sfx_requests;
+    std::array<Shared<float>, SFX_SLOTS> sfx_volume; // 1.0 once open() has run
+    Shared<bool> car_sound_active = false;           // a race is running
+    Shared<bool> car_sound_enabled = true;           // the player's toggle
+
+    // --- Sounds: the mixer reads them, the game thread exchanges them under the device lock.
+    std::vector<std::int16_t> music_samples;
+    std::array<std::vector<std::int16_t>, SFX_SLOTS> sfx_samples;
+
+    // --- The mixer's own. The game thread sets them only under the device lock or while no
+    // callback runs.
+    std::array<CarSynth, 2> car_synth;
     std::uint32_t beep_seen = 0;
     double beep_phase = 0.0;      // radians
     double beep_step = 0.0;       // radians per sample
     std::int32_t beep_length = 0; // samples
     std::int32_t beep_pos = 0;    // samples
     float beep_level = 0.0F;
-
-    std::vector<std::int16_t> music_samples; // swapped only under the device lock
-    Shared<bool> music_playing = false;      // the gain fades towards music_volume, else towards 0
-    Shared<float> music_volume = 0.6F;       // target gain, 0..1
     std::uint64_t music_pos = 0;
     float music_gain = 0.0F;
-    Shared<float> music_fade_step = 0.0015F; // share of the distance to the target, per sample
-
-    std::array<std::vector<std::int16_t>, SFX_SLOTS> sfx_samples; // swapped only under the lock
-    std::array<RequestCounter, SFX_SLOTS> sfx_requests;
-    std::array<Shared<float>, SFX_SLOTS> sfx_volume; // 1.0 once open() has run
     std::array<std::uint32_t, SFX_SLOTS> sfx_seen{};
     std::array<std::uint64_t, SFX_SLOTS> sfx_pos{}; // at the array's size the slot is silent
 
-    Shared<bool> car_sound_active = false; // a race is running
-    Shared<bool> car_sound_enabled = true; // the player's toggle
-    std::int32_t sample_rate = 22050;      // Hz: the wish before open(), the device's rate after it
-    std::uint32_t device = 0;              // the open SDL device, 0 for none
+    // --- The device: settled before the callback starts, then read by both.
+    std::int32_t sample_rate =
+        DEFAULT_SAMPLE_RATE;  // Hz: the wish before open(), the device's after it
+    std::uint32_t device = 0; // the open SDL device, 0 for none
 
     Audio() = default;
     ~Audio() = default; // frees the arrays, not the device

@@ -1,4 +1,5 @@
 #include "audio/audio.h"
+#include "base/screen.h"
 #include "race/game_loop.h"
 #include "render/track_view.h"
 #include "render/view_settings.h"
@@ -191,7 +192,7 @@ void set_music_volume(GameLoop& g, float volume) {
 // The bound is worked out for the view of this moment; a level that a change of view has left
 // outside it stays until the next zoom key.
 void zoom_by(GameLoop const& g, int steps) {
-    int const lowest = zoom_min(g.track, g.view_mode == 0 ? 640 : 1280);
+    int const lowest = zoom_min(g.track, g.view_mode == 0 ? HALF_SCREEN_W : SCREEN_W);
     int const before = ZOOM_LEVEL;
     ZOOM_LEVEL = std::clamp(before + steps, lowest, ZOOM_MAX);
     if (ZOOM_LEVEL == before) return;

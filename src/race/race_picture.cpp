@@ -1,5 +1,6 @@
 #include "race/race_picture.h"
 
+#include "base/screen.h"
 #include "race/clocks.h"
 #include "race/game_loop.h"
 #include "records/ghost_trace.h"
@@ -15,8 +16,8 @@
 
 namespace {
 
-constexpr int SCREEN_W = 1280;
-constexpr int SCREEN_H = 720;
+constexpr int OSD_X = 8; // logical pixels
+constexpr int OSD_Y = BAR_HEIGHT + 6;
 constexpr float GAME_OVER_FADE_MS = 2000.0F;
 constexpr std::uint32_t FADE_IN_MS = 600;
 
@@ -86,10 +87,10 @@ void draw_messages(GameLoop& g, std::uint32_t now) {
     if (g.show_fps) {
         std::array<char, 32> text{};
         std::snprintf(text.data(), text.size(), "%.0f fps", g.fps);
-        g.draw_osd(font, text.data(), 8, 36, {180, 230, 180, 255});
+        g.draw_osd(font, text.data(), OSD_X, OSD_Y, {180, 230, 180, 255});
     }
     if (!g.osd_text.empty() && now < g.osd_until) {
-        g.draw_osd(font, g.osd_text.c_str(), 8, 36 + line_h, {240, 80, 70, 255});
+        g.draw_osd(font, g.osd_text.c_str(), OSD_X, OSD_Y + line_h, {240, 80, 70, 255});
     }
 }
 

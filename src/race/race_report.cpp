@@ -1,6 +1,6 @@
 #include "race/race_report.h"
 
-#include "audio/audio.h"
+#include "audio/music_fade.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
 #include "screens/finish_sequence.h"
@@ -22,7 +22,6 @@ constexpr Beep GO_BEEP{990.0F, 0.9F, 0.75F};
 constexpr std::array<Beep, 4> COUNTDOWN_BEEPS{COUNT_BEEP, COUNT_BEEP, COUNT_BEEP, GO_BEEP};
 constexpr Beep BEST_LAP_BEEP{1320.0F, 0.2F, 0.6F};
 constexpr Beep LAP_BEEP{880.0F, 0.2F, 0.6F};
-constexpr double FADE_SPAN = 4.6; // time constants until a fade counts as done: 1 % is left
 
 [[gnu::format(printf, 1, 2)]] void say(char const* format, ...) {
     va_list args;
@@ -62,9 +61,8 @@ void report_lap(ReportContext& report, RaceEvent const& lap) {
 
 void fade_race_music(ReportContext& report) {
     auto const seconds = static_cast<double>(finish_seq_music_fade_s());
-    double const rate = report.audio.sample_rate > 0 ? report.audio.sample_rate : 22050;
     report.audio.music_fade_step =
-        seconds > 0.01 ? static_cast<float>(FADE_SPAN / (seconds * rate)) : 0.0015F;
+        seconds > 0.01 ? fade_step_of(report.audio, seconds) : QUICK_FADE_STEP;
     report.audio.music_playing = false;
     report.sim.music_on = false;
 }

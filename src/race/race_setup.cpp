@@ -1,4 +1,5 @@
-#include "audio/audio.h"
+#include "audio/music_fade.h"
+#include "base/screen.h"
 #include "input/input_conf.h"
 #include "race/game_loop.h"
 #include "records/best_laps.h"
@@ -18,13 +19,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <utility>
 
 namespace {
 
-constexpr float MUSIC_FADE_STEP = 0.0015F;
-constexpr int FALLBACK_RATE = 22050; // Hz, where no device has told its own
+constexpr double GAME_OVER_FADE_S = 2.0;
 
 constexpr std::array<char const*, 4> RACE_MUSIC{
     "music/Gallop Over Pine Hills -- game 2.mp3",
@@ -228,8 +227,7 @@ void GameLoop::load_picture_of_track() {
     picture_waits = false;
     image_tex.reset(); // before the next is loaded: either may fill 90 MB
     if (!track_path.empty()) {
-        std::string const picture =
-            std::filesystem::path(track_path).replace_extension(".png").string();
+        std::string const picture = picture_of_track(track_path);
         image_tex = load_texture(renderer, picture.c_str(), &image_w, &image_h);
     }
     if (image_tex) SDL_SetTextureScaleMode(image_tex.get(), SDL_ScaleModeLinear);
@@ -263,16 +261,16 @@ void GameLoop::refresh_track_tex() {
 
 void GameLoop::apply_viewports() {
     SDL_Rect const none{0, 0, 0, 0};
-    SDL_Rect const whole{0, 0, 1280, 720};
-    SDL_Rect const left{0, 0, 640, 720};
-    SDL_Rect const right{640, 0, 640, 720};
+    SDL_Rect const whole{0, 0, SCREEN_W, SCREEN_H};
+    SDL_Rect const left{0, 0, HALF_SCREEN_W, SCREEN_H};
+    SDL_Rect const right{HALF_SCREEN_W, 0, HALF_SCREEN_W, SCREEN_H};
     sim.p1.view.viewport = view_mode == 0 ? left : view_mode == 1 ? whole : none;
     sim.p2.view.viewport = view_mode == 0 ? right : view_mode == 2 ? whole : none;
 }
 
 void GameLoop::apply_music() {
     bool const play = sim.music_on && music_enabled;
-    if (play) audio.music_fade_step = MUSIC_FADE_STEP;
+    if (play) audio.music_fade_step = QUICK_FADE_STEP;
     audio.music_playing = play;
 }
 
@@ -323,7 +321,6 @@ void GameLoop::enter_game_over(std::uint32_t now) {
     audio.music_volume = 0.5F;
     sim.music_on = true;
     if (!music_enabled) return;
-    int const rate = audio.sample_rate > 0 ? audio.sample_rate : FALLBACK_RATE;
-    audio.music_fade_step = 4.6F / (2.0F * static_cast<float>(rate));
+    audio.music_fade_step = fade_step_of(audio, GAME_OVER_FADE_S);
     audio.music_playing = true;
 }

@@ -1,6 +1,6 @@
 #include "race/simulation.h"
 
-#include "audio/audio.h"
+#include "audio/music_fade.h"
 #include "render/skid_trail.h"
 #include "screens/finish_sequence.h"
 #include "world/geometry.h"
@@ -149,7 +149,7 @@ void Simulation::restart(bool clear, bool keep_music, Track const& new_track, Au
     audio.load_music(pick_music());
     if (practice) {
         music_on = true;
-        audio.music_fade_step = 0.0015F;
+        audio.music_fade_step = QUICK_FADE_STEP;
         audio.music_playing = true;
     }
 }

@@ -2,6 +2,7 @@
 
 #include "records/file_handle.h"
 #include "records/replace_file.h"
+#include "world/geometry.h"
 #include "world/track_file.h"
 
 #include <algorithm>
@@ -65,9 +66,7 @@ bool is_place(CarState const& frame) {
 double short_way_round(double angle) {
     constexpr double TURN = 2.0 * std::numbers::pi;
     if (!(std::abs(angle) < 100.0 * TURN)) return std::remainder(angle, TURN);
-    while (angle > std::numbers::pi) angle -= TURN;
-    while (angle < -std::numbers::pi) angle += TURN;
-    return angle;
+    return wrap_angle(angle);
 }
 
 bool can_be_drawn(CarState const& pose) {

@@ -1,5 +1,6 @@
 #include "records/ghost_tuning_screen.h"
 
+#include "base/car_size.h"
 #include "records/ghost_sprite.h"
 #include "render/car_sprite.h"
 #include "render/image.h"
@@ -14,7 +15,7 @@ namespace {
 constexpr int WIDEST_OUTLINE = 200; // pixels of the art
 constexpr int THRESHOLD_STEP = 4;
 // Width of a car in a race, in logical pixels at zoom 0.
-constexpr double GHOST_WIDTH = 13.2;
+constexpr double GHOST_WIDTH = 2.0 * CAR_HALF_WIDTH * CAR_MAGNIFIER;
 
 // One player's art and what is made of it. All empty if the art did not load.
 struct GhostArt {

@@ -63,9 +63,9 @@ std::array<TrackFiles, 10> TrackFiles::discover_tracks() {
     for (std::size_t slot = 1; slot < slots.size(); ++slot) {
         if (tracks[slot].empty()) continue;
         std::error_code ignored;
-        fs::path const picture = fs::path(tracks[slot]).replace_extension(".png");
+        std::string const picture = picture_of_track(tracks[slot]);
         slots[slot].trk = tracks[slot];
-        if (fs::is_regular_file(picture, ignored)) slots[slot].png = picture.string();
+        if (fs::is_regular_file(picture, ignored)) slots[slot].png = picture;
     }
     return slots;
 }

@@ -126,8 +126,8 @@ SDL_Color halved(SDL_Color color) {
 void draw_plain_car(SDL_Renderer* renderer, double x, double y, double heading, SDL_Color body,
                     SDL_Color accent, std::uint8_t alpha) {
     double const k = zoom_factor() * CAR_MAGNIFIER;
-    double const half_length = 11.0 * k;
-    double const half_width = 5.5 * k;
+    double const half_length = CAR_HALF_LENGTH * k;
+    double const half_width = CAR_HALF_WIDTH * k;
     double const cosine = std::cos(heading);
     double const sine = std::sin(heading);
     CarFrame const frame = {

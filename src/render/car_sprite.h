@@ -3,15 +3,13 @@
 // Car pictures: from a large drawing to a small clean texture, and one car on the screen with its
 // shadow, heading and opacity.
 
+#include "base/car_size.h"
 #include "base/sdl_handles.h"
 
 #include <cstdint>
 
 // How much of a ghost shows, of 255.
 constexpr std::uint8_t GHOST_ALPHA = 128;
-
-// Every measure of a car on the screen is its base measure times this, times the zoom.
-constexpr double CAR_MAGNIFIER = 1.2;
 
 // Loads a picture of a car, nose up, and reduces it for the renderer's output. Empty on failure,
 // silently.

@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr int BAR_HEIGHT = 30;            // all lengths in logical pixels
 constexpr int GAUGE_WIDTH = 140;          // less a digit's width
 constexpr double GAUGE_FULL_SPEED = 0.31; // cells per tick
 constexpr int COLUMN_GAP = 14;

@@ -5,6 +5,8 @@
 #include "base/fonts.h"
 #include "base/player.h"
 
+constexpr int BAR_HEIGHT = 30; // logical pixels
+
 // `rect` is the view's viewport; `total_laps` is 0 or less without a limit; the times, in
 // milliseconds, are those of lap_clock and total_clock.
 void render_hud(SDL_Renderer* renderer, SDL_Rect const& rect, PlayerView const& view,

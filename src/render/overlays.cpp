@@ -1,6 +1,7 @@
 #include "render/overlays.h"
 
 #include "render/colors.h"
+#include "render/hud.h"
 #include "render/text.h"
 
 #include <algorithm>
@@ -13,7 +14,6 @@ constexpr unsigned LAP_FADE_MS = 350;
 constexpr unsigned LAP_ALPHA = 220;
 constexpr unsigned FLASH_MS = 320; // each of the two flashes of the last lap
 constexpr unsigned FLASH_PERIOD_MS = 420;
-constexpr int HUD_HEIGHT = 30; // logical pixels; stays bright at game over
 constexpr float DIMMING = 185.0F;
 
 struct Size {
@@ -139,7 +139,7 @@ void render_game_over(SDL_Renderer* renderer, int width, int height, Fonts const
                       float fade) {
     float const strength = std::clamp(fade, 0.0F, 1.0F);
     SDL_Rect const screen = {0, 0, width, height};
-    SDL_Rect const below_bars = {0, HUD_HEIGHT, width, height - HUD_HEIGHT};
+    SDL_Rect const below_bars = {0, BAR_HEIGHT, width, height - BAR_HEIGHT};
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     SDL_SetRenderDrawColor(renderer, 0, 0, 0,
                            static_cast<std::uint8_t>(std::round(DIMMING * strength)));

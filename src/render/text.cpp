@@ -3,6 +3,7 @@
 #include "base/fonts.h"
 #include "render/colors.h"
 #include "render/image.h"
+#include "render/rendered_text.h"
 
 #include <algorithm>
 #include <array>
@@ -12,14 +13,6 @@
 namespace {
 
 constexpr int EMBOSS_SHADOW_ALPHA = 110;
-
-int to_logical(int physical, double scale) {
-    return scale > 0.0 ? static_cast<int>(std::lround(physical / scale)) : physical;
-}
-
-SurfaceHandle render_text(TTF_Font* font, char const* text, SDL_Color color) {
-    return SurfaceHandle(TTF_RenderUTF8_Blended(font, text, color));
-}
 
 // The slope of a letter's rim at a pixel, in 255ths: positive where it faces the light at the upper
 // right, negative where it faces away.
@@ -112,17 +105,14 @@ void draw_ttf(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* 
               SDL_Color color, int* out_w, int* out_h, std::uint8_t alpha) {
     if (out_w != nullptr) *out_w = 0;
     if (out_h != nullptr) *out_h = 0;
-    if (font == nullptr || text == nullptr || *text == '\0') return;
-    SurfaceHandle const surface = render_text(font, text, color);
-    if (!surface) return;
-    TextureHandle const texture(SDL_CreateTextureFromSurface(renderer, surface.get()));
-    if (!texture) return;
+    RenderedText const line = render_text(renderer, font, text, color);
+    if (!line.tex) return;
     if (alpha < 255) {
-        SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_BLEND);
-        SDL_SetTextureAlphaMod(texture.get(), alpha);
+        SDL_SetTextureBlendMode(line.tex.get(), SDL_BLENDMODE_BLEND);
+        SDL_SetTextureAlphaMod(line.tex.get(), alpha);
     }
-    SDL_Rect const place = {x, y, to_logical(surface->w, scale), to_logical(surface->h, scale)};
-    SDL_RenderCopy(renderer, texture.get(), nullptr, &place);
+    SDL_Rect const place = {x, y, to_logical(line.w, scale), to_logical(line.h, scale)};
+    SDL_RenderCopy(renderer, line.tex.get(), nullptr, &place);
     if (out_w != nullptr) *out_w = place.w;
     if (out_h != nullptr) *out_h = place.h;
 }
@@ -130,7 +120,7 @@ void draw_ttf(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* 
 void draw_embossed(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,
                    int y, RGB fill, RGB light, RGB dark, std::uint8_t alpha) {
     if (font == nullptr || alpha == 0) return;
-    SurfaceHandle const surface = render_text(font, text, WHITE);
+    SurfaceHandle const surface(TTF_RenderUTF8_Blended(font, text, WHITE));
     if (!surface) return;
     TextureHandle const outline(SDL_CreateTextureFromSurface(renderer, surface.get()));
     SDL_Rect const place = {x, y, to_logical(surface->w, scale), to_logical(surface->h, scale)};

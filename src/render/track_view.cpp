@@ -1,5 +1,6 @@
 #include "render/track_view.h"
 
+#include "base/screen.h"
 #include "render/car_sprite.h"
 #include "render/skid_trail.h"
 #include "render/view_settings.h"
@@ -15,7 +16,6 @@ constexpr int WISHED_CELL = 18;           // pixels: what a small track is drawn
 constexpr int LARGE_TRACK_CELL = 2;       // pixels, for tracks beyond the limit on both sides
 constexpr int LARGE_TRACK = 320;          // cells
 constexpr int USUAL_TEXTURE_LIMIT = 4096; // pixels, for a renderer that does not tell its own
-constexpr int VIEW_HEIGHT = 720;          // logical pixels, of every view
 constexpr int BAND_ROWS = 64;             // pixels: how much of a raster is painted at a time
 
 SDL_Color cell_color(std::uint8_t cell) {
@@ -173,9 +173,8 @@ int pixels_per_cell_for(Track const& track, SDL_Renderer* renderer) {
 }
 
 int zoom_min(Track const& track, int view_w) {
-    double const fit =
-        std::min(view_w / (static_cast<double>(track.width) * PIXELS_PER_CELL),
-                 VIEW_HEIGHT / (static_cast<double>(track.height) * PIXELS_PER_CELL));
+    double const fit = std::min(view_w / (static_cast<double>(track.width) * PIXELS_PER_CELL),
+                                SCREEN_H / (static_cast<double>(track.height) * PIXELS_PER_CELL));
     return std::min(0, static_cast<int>(std::floor(4.0 * std::log2(fit))));
 }
 

@@ -1,14 +1,11 @@
 #include "screens/finish_sequence.h"
 
-#include "audio/audio.h"
+#include "audio/music_fade.h"
+#include "audio/sound_slots.h"
 
 #include <algorithm>
 
 namespace {
-
-constexpr int CHIME_SLOT = 2;
-constexpr int CROWD_SLOT = 3;
-constexpr int FANFARE_SLOT = 4;
 
 constexpr float CHIME_VOLUME = 0.6F;
 constexpr double CROWD_VOLUME = 0.8;
@@ -49,7 +46,7 @@ void fade_out_crowd(Audio& audio, std::uint32_t since_fade_ms) {
 }
 
 std::uint32_t fanfare_length_ms(Audio const& audio) {
-    int const rate = audio.sample_rate > 0 ? audio.sample_rate : 22050;
+    int const rate = device_rate(audio);
     auto const samples = static_cast<float>(audio.sfx_samples[FANFARE_SLOT].size());
     return static_cast<std::uint32_t>(samples / static_cast<float>(rate) * 1000.0F);
 }

@@ -91,7 +91,7 @@ void draw_player_caption(AnnotationPen const& pen, Anno const& anno, SDL_Point e
     int first_w = 0;
     bool first = true;
     for (std::string const& line : split_lines(anno.text)) {
-        PageText const text = make_page_text(pen.renderer, pen.font, line.c_str(), tint);
+        RenderedText const text = render_text(pen.renderer, pen.font, line.c_str(), tint);
         if (first) {
             first_x = text_left ? end.x - 4 * pen.inset - text.w : end.x + 4 * pen.inset;
             first_w = text.w;
@@ -142,7 +142,7 @@ void draw_race_caption(AnnotationPen const& pen, Anno const& anno, SDL_Point end
     if (anno.align == 2) y = end.y - gap - total;
     if (anno.align == 3) y = end.y + gap;
     for (std::string const& line : lines) {
-        PageText const text = make_page_text(pen.renderer, pen.font, line.c_str(), tint_of(anno));
+        RenderedText const text = render_text(pen.renderer, pen.font, line.c_str(), tint_of(anno));
         int x = end.x - text.w / 2;
         if (anno.align == 0) x = end.x + gap;
         if (anno.align == 1) x = end.x - gap - text.w;

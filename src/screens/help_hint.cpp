@@ -41,11 +41,11 @@ std::vector<Word> split_words(std::string_view text) {
     return words;
 }
 
-std::vector<PageText> render_words(SDL_Renderer* renderer, TTF_Font* font) {
-    std::vector<PageText> rendered;
+std::vector<RenderedText> render_words(SDL_Renderer* renderer, TTF_Font* font) {
+    std::vector<RenderedText> rendered;
     for (Word const& word : split_words(HINT)) {
         TTF_SetFontStyle(font, word.bold ? TTF_STYLE_BOLD : TTF_STYLE_NORMAL);
-        rendered.push_back(make_page_text(renderer, font, word.text.c_str(), HINT_COLOR));
+        rendered.push_back(render_text(renderer, font, word.text.c_str(), HINT_COLOR));
     }
     return rendered;
 }
@@ -58,7 +58,7 @@ struct Line {
 };
 
 // As many words from `first` on as fit, and never less than one.
-Line take_line(std::vector<PageText> const& words, std::size_t first, int blank, int limit) {
+Line take_line(std::vector<RenderedText> const& words, std::size_t first, int blank, int limit) {
     Line line{first, first + 1, words[first].w};
     while (line.end < words.size() && line.width + blank + words[line.end].w <= limit) {
         line.width += blank + words[line.end].w;
@@ -75,7 +75,7 @@ void draw_driving_hint(SDL_Renderer* renderer, int ow, int oh, int keyboard_w) {
     if (!font) return;
     int blank = 0;
     TTF_SizeUTF8(font.get(), " ", &blank, nullptr);
-    std::vector<PageText> const words = render_words(renderer, font.get());
+    std::vector<RenderedText> const words = render_words(renderer, font.get());
     int const limit = static_cast<int>(keyboard_w * 0.9);
     int y = static_cast<int>(0.85 * oh);
     for (std::size_t first = 0; first < words.size();) {

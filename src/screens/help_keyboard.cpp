@@ -122,7 +122,7 @@ void draw_arrow(SDL_Renderer* renderer, std::string_view label, SDL_Rect const& 
 
 void draw_label(SDL_Renderer* renderer, KeyFonts& fonts, char const* label, int size,
                 SDL_Rect const& cap) {
-    PageText const text = make_page_text(renderer, fonts.at(size), label, LETTERING);
+    RenderedText const text = render_text(renderer, fonts.at(size), label, LETTERING);
     draw_page_text(renderer, text, cap.x + (cap.w - text.w) / 2, cap.y + (cap.h - text.h) / 2);
 }
 

@@ -87,9 +87,9 @@ void draw_player_labels(SDL_Renderer* renderer, Page const& page) {
 
 void draw_player_label(SDL_Renderer* renderer, TTF_Font* font, int x, int y, char const* text,
                        SDL_Color color, int right) {
-    PageText const label = make_page_text(renderer, font, text, {255, 255, 255, 255});
-    if (!label.texture) return;
-    SDL_Texture* const texture = label.texture.get();
+    RenderedText const label = render_text(renderer, font, text, {255, 255, 255, 255});
+    if (!label.tex) return;
+    SDL_Texture* const texture = label.tex.get();
     SDL_SetTextureBlendMode(texture, SDL_BLENDMODE_BLEND);
     int const x0 = right != 0 ? x - label.w : x - label.w / 2;
     auto const copy = [&](SDL_Color tint, int offset) {

@@ -56,19 +56,10 @@ void fill_triangle(SDL_Renderer* renderer, SDL_Point a, SDL_Point b, SDL_Point c
     }
 }
 
-PageText make_page_text(SDL_Renderer* renderer, TTF_Font* font, char const* text, SDL_Color color) {
-    if (font == nullptr || *text == '\0') return {};
-    SurfaceHandle const surface(TTF_RenderUTF8_Blended(font, text, color));
-    if (!surface) return {};
-    TextureHandle texture(SDL_CreateTextureFromSurface(renderer, surface.get()));
-    if (!texture) return {};
-    return {std::move(texture), surface->w, surface->h};
-}
-
-void draw_page_text(SDL_Renderer* renderer, PageText const& text, int x, int y) {
-    if (!text.texture) return;
+void draw_page_text(SDL_Renderer* renderer, RenderedText const& text, int x, int y) {
+    if (!text.tex) return;
     SDL_Rect const place{x, y, text.w, text.h};
-    SDL_RenderCopy(renderer, text.texture.get(), nullptr, &place);
+    SDL_RenderCopy(renderer, text.tex.get(), nullptr, &place);
 }
 
 FontHandle open_page_font(std::array<char const*, 2> const& paths, int size) {

@@ -4,6 +4,7 @@
 // pixels of the render target.
 
 #include "base/sdl_handles.h"
+#include "render/rendered_text.h"
 
 #include <array>
 
@@ -12,16 +13,7 @@ void fill_rrect(SDL_Renderer* renderer, SDL_Rect const& rect, int radius, SDL_Co
 
 void fill_triangle(SDL_Renderer* renderer, SDL_Point a, SDL_Point b, SDL_Point c, SDL_Color color);
 
-// A piece of rendered text; without a texture it has no size and draws nothing.
-struct PageText {
-    TextureHandle texture;
-    int w = 0;
-    int h = 0;
-};
-
-// Empty without a font, and for an empty text.
-PageText make_page_text(SDL_Renderer* renderer, TTF_Font* font, char const* text, SDL_Color color);
-void draw_page_text(SDL_Renderer* renderer, PageText const& text, int x, int y);
+void draw_page_text(SDL_Renderer* renderer, RenderedText const& text, int x, int y);
 
 constexpr int LEAST_FONT_SIZE = 6; // of the page, in pixels
 

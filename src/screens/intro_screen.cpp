@@ -1,6 +1,7 @@
 #include "screens/intro_screen.h"
 
 #include "audio/audio.h"
+#include "base/screen.h"
 #include "render/image.h"
 #include "render/overlays.h"
 #include "screens/fullscreen.h"
@@ -22,8 +23,8 @@ struct Intro {
 
 void measure_screen(SDL_Renderer* renderer, Intro& intro) {
     SDL_RenderGetLogicalSize(renderer, &intro.w, &intro.h);
-    if (intro.w <= 0) intro.w = 1280;
-    if (intro.h <= 0) intro.h = 720;
+    if (intro.w <= 0) intro.w = SCREEN_W;
+    if (intro.h <= 0) intro.h = SCREEN_H;
 }
 
 void load_intro_picture(SDL_Renderer* renderer, Intro& intro) {

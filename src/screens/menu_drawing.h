@@ -4,6 +4,7 @@
 
 #include "screens/menu_layout.h"
 #include "screens/menu_model.h"
+#include "screens/menu_tracks.h"
 #include "screens/name_field.h"
 #include "screens/sparkle.h"
 #include "screens/track_thumb.h"
@@ -28,11 +29,7 @@ struct MenuFrame {
 struct TrackRow {
     std::vector<TrackThumb> const& thumbs;
     int selected_row;
-    TrackThumb const* extra;
-    float slide;
-    float extra_alpha;
-    float swap_t;
-    SDL_Rect const* from_rects;
+    TrackFactors factors;
 };
 
 void draw_mode_block(MenuFrame const& frame, GameMode const& mode);

@@ -1,5 +1,7 @@
 #include "screens/menu_label.h"
 
+#include "render/rendered_text.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -18,13 +20,11 @@ int menu_font_size(double design, double scale) {
 MenuLabel make_label(SDL_Renderer* renderer, double scale, TTF_Font* font, char const* text,
                      SDL_Color colour) {
     MenuLabel label;
-    if (font == nullptr) return label;
-    SurfaceHandle const surface(TTF_RenderUTF8_Blended(font, text, colour));
-    if (!surface) return label;
-    label.tex.reset(SDL_CreateTextureFromSurface(renderer, surface.get()));
-    if (!label.tex) return label;
-    label.w = static_cast<int>(std::lround(surface->w / scale));
-    label.h = static_cast<int>(std::lround(surface->h / scale));
+    RenderedText line = render_text(renderer, font, text, colour);
+    if (!line.tex) return label;
+    label.tex = std::move(line.tex);
+    label.w = static_cast<int>(std::lround(line.w / scale));
+    label.h = static_cast<int>(std::lround(line.h / scale));
     return label;
 }
 

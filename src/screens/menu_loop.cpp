@@ -1,6 +1,7 @@
 #include "screens/menu_loop.h"
 
-#include "audio/audio.h"
+#include "audio/music_fade.h"
+#include "audio/sound_slots.h"
 #include "records/player_names.h"
 #include "screens/menu_render.h"
 #include "screens/menu_screen.h"
@@ -14,8 +15,6 @@ constexpr unsigned ENGINE_AT_MS = 450;    // the engine starts, times since the 
 constexpr unsigned FADE_AT_MS = 1450;     // the screen begins to go black
 constexpr unsigned LAUNCHED_AT_MS = 1950; // the race begins
 constexpr double MUSIC_FADE_S = 3.0;
-constexpr int DOOR_SLOT = 0;
-constexpr int ENGINE_SLOT = 1;
 
 bool points_at_help(MenuScreen const& menu, unsigned now) {
     return menu.screen_phase == ScreenPhase::MENU && cursor_shows(menu.cursor, now) &&
@@ -88,8 +87,7 @@ void start_launch(MenuScreen& menu, unsigned now) {
     menu.launch.launch_at = menu.start.pressed_at = now;
     Audio& audio = *menu.audio;
     audio.request_sfx(DOOR_SLOT, 1.0F);
-    int const rate = audio.sample_rate > 0 ? audio.sample_rate : 22050;
-    audio.music_fade_step = static_cast<float>(4.6 / (rate * MUSIC_FADE_S));
+    audio.music_fade_step = fade_step_of(audio, MUSIC_FADE_S);
     audio.music_playing = false;
 }
 

@@ -1,9 +1,9 @@
 #include "screens/menu_music.h"
 
-#include "audio/audio.h"
+#include "audio/music_fade.h"
 
 void start_menu_music(Audio& audio) {
     audio.load_music("music/Gallop Over Pine Hills -- game 1.mp3");
-    audio.music_fade_step = 0.0015F;
+    audio.music_fade_step = QUICK_FADE_STEP;
     audio.music_playing = true;
 }

@@ -204,7 +204,7 @@ void render_menu(SDL_Renderer* renderer, TextureHandle const& header, int img_w,
             draw_heading(frame, heading_names, NAMES_X, HEADING_Y);
             draw_heading(frame, heading_tracks, TRACKS_X, TRACKS_HEADING_Y);
             draw_track_row(frame,
-                           {thumbs, selected_row, extra, slide, extra_alpha, swap_t, from_rects},
+                           {thumbs, selected_row, {extra, slide, extra_alpha, swap_t, from_rects}},
                            have_best);
             draw_mode_block(frame, mode);
             draw_name_rows(frame, names);

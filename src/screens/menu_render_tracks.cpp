@@ -13,33 +13,6 @@ constexpr int NAME_GAP = 6;      // between a track's name and its picture
 constexpr int BEST_GAP = 12;     // between a picture and the best lap under it
 constexpr int BEST_LINE_GAP = 2;
 
-enum class RowState { PLAIN, ENTERING, LEAVING };
-
-RowState row_state(TrackRow const& row) {
-    if (row.extra == nullptr || !row.extra->tex) return RowState::PLAIN;
-    if (row.slide > 1.0F) return RowState::LEAVING;
-    return row.slide > 0.0F ? RowState::ENTERING : RowState::PLAIN;
-}
-
-// Where the thumbnails are drawn: the row's, and behind them the extra one's while it is shown.
-std::vector<SDL_Rect> drawn_rects(TrackRow const& row, SDL_Rect const& view, RowState state) {
-    std::vector<SDL_Rect> rects;
-    track_row_layout(row.thumbs, view, rects);
-    if (state != RowState::PLAIN) {
-        float const share = state == RowState::LEAVING ? row.slide - 1.0F : row.slide;
-        std::vector<SDL_Rect> wider;
-        track_row_layout(row.thumbs, *row.extra, view, wider);
-        for (std::size_t i = 0; i < rects.size(); ++i) glide(rects[i], rects[i], wider[i], share);
-        if (state == RowState::ENTERING) rects.push_back(wider.back());
-    }
-    if (row.swap_t > 0.0F && row.from_rects != nullptr) {
-        std::size_t const count = std::min<std::size_t>(rects.size(), ROW_SLOTS);
-        for (std::size_t i = 0; i < count; ++i)
-            glide(rects[i], row.from_rects[i], rects[i], row.swap_t);
-    }
-    return rects;
-}
-
 // Lets a texture be drawn at an alpha of its own for a while.
 class AlphaMod {
 public:
@@ -95,19 +68,19 @@ SDL_Color gold_at(float alpha) {
 } // namespace
 
 void draw_track_row(MenuFrame const& frame, TrackRow const& row, bool have_best) {
-    RowState const state = row_state(row);
-    std::vector<SDL_Rect> const rects = drawn_rects(row, frame.view, state);
+    std::vector<SDL_Rect> const rects = row_rects(row.thumbs, row.factors, frame.view);
+    bool const at_rest = is_at_rest(row.factors);
     std::size_t const count = row.thumbs.size();
     for (std::size_t i = 0; i < count; ++i) {
-        bool const chosen = static_cast<int>(i) == row.selected_row && state == RowState::PLAIN;
+        bool const chosen = static_cast<int>(i) == row.selected_row && at_rest;
         draw_thumb(frame.renderer, row.thumbs[i], rects[i], chosen ? GOLD : DIM);
     }
     bool const extra_shown = rects.size() > count;
-    SDL_Color const extra_colour = gold_at(row.extra_alpha);
-    if (extra_shown) draw_thumb(frame.renderer, *row.extra, rects.back(), extra_colour);
+    SDL_Color const extra_colour = gold_at(row.factors.extra_alpha);
+    if (extra_shown) draw_thumb(frame.renderer, *row.factors.extra, rects.back(), extra_colour);
     if (!have_best) return;
     if (extra_shown) {
-        draw_best_lap(frame.renderer, *row.extra, rects.back(), extra_colour);
+        draw_best_lap(frame.renderer, *row.factors.extra, rects.back(), extra_colour);
     } else if (row.selected_row >= 0 && row.selected_row < static_cast<int>(count)) {
         std::vector<SDL_Rect> base;
         track_row_layout(row.thumbs, frame.view, base);

@@ -1,6 +1,7 @@
 // What the menu makes and loads before its first frame. Each step leaves out what it cannot have.
 
 #include "audio/audio.h"
+#include "audio/sound_slots.h"
 #include "records/player_names.h"
 #include "render/colors.h"
 #include "render/image.h"
@@ -192,8 +193,8 @@ void find_tracks(MenuTracks& tracks) {
 void load_sounds(Audio& audio, bool load_music) {
     audio.music_volume = 0.6F;
     if (load_music) start_menu_music(audio);
-    audio.load_sfx(0, "sounds/hollowreed-car-door-shut-297266.mp3");
-    audio.load_sfx(1, "sounds/emberworks-car-engine-372477.mp3");
+    audio.load_sfx(DOOR_SLOT, "sounds/hollowreed-car-door-shut-297266.mp3");
+    audio.load_sfx(ENGINE_SLOT, "sounds/emberworks-car-engine-372477.mp3");
 }
 
 void take_the_mouse(MenuScreen& menu) {

@@ -60,17 +60,6 @@ void show_extra(MenuTracks& tracks, int digit, SDL_Rect const& view, ThumbMaker 
     build_track_thumb(maker, digit, picture, tracks.extra_thumb);
 }
 
-// Share of the way to the row with the extra thumbnail, 0 at rest without it. Ends a withdrawal
-// that has run its time.
-float slide_share(MenuTracks& tracks, unsigned now) {
-    if (tracks.slide_at == 0) return 0.0F;
-    float const t = share_since(tracks.slide_at, now);
-    if (tracks.extra_slot != 0) return std::min(1.0F, t);
-    if (t < 1.0F) return 1.0F - t;
-    end_slide(tracks);
-    return 0.0F;
-}
-
 // slide of TrackFactors. An extra thumbnail that has left is released.
 float slide_factor(MenuTracks& tracks, unsigned now) {
     if (tracks.slide_at == 0) return tracks.extra_slot != 0 ? 1.0F : 0.0F;
@@ -103,26 +92,6 @@ void pick_digit(MenuTracks& tracks, int digit, SDL_Rect const& view, ThumbMaker 
         show_extra(tracks, digit, view, maker, now);
 }
 
-std::vector<SDL_Rect> track_rects(MenuTracks& tracks, SDL_Rect const& view, unsigned now) {
-    std::vector<SDL_Rect> rects;
-    track_row_layout(tracks.thumbs, view, rects);
-    if (tracks.slide_at == 0) return rects;
-    float const t = slide_share(tracks, now);
-    if (tracks.slide_at == 0) return rects;
-    if (t > 0.0F && tracks.extra_thumb.tex) {
-        std::vector<SDL_Rect> wider;
-        track_row_layout(tracks.thumbs, tracks.extra_thumb, view, wider);
-        for (std::size_t i = 0; i < rects.size(); ++i) glide(rects[i], rects[i], wider[i], t);
-        if (tracks.extra_slot != 0) rects.push_back(wider.back());
-    }
-    if (!tracks.swapping || tracks.swap_at == 0) return rects;
-    float const a = std::min(1.0F, share_since(tracks.swap_at, now));
-    std::size_t const count = std::min(rects.size(), tracks.from_rects.size());
-    for (std::size_t i = 0; i < count; ++i) glide(rects[i], tracks.from_rects[i], rects[i], a);
-    if (a >= 1.0F) tracks.swapping = false;
-    return rects;
-}
-
 TrackFactors track_factors(MenuTracks& tracks, unsigned now) {
     TrackFactors factors;
     if (tracks.extra_thumb.tex) {
@@ -138,4 +107,32 @@ TrackFactors track_factors(MenuTracks& tracks, unsigned now) {
         factors.from_rects = tracks.from_rects.data();
     }
     return factors;
+}
+
+bool is_at_rest(TrackFactors const& factors) {
+    return factors.extra == nullptr || !factors.extra->tex || factors.slide <= 0.0F;
+}
+
+std::vector<SDL_Rect> row_rects(std::vector<TrackThumb> const& thumbs, TrackFactors const& factors,
+                                SDL_Rect const& view) {
+    std::vector<SDL_Rect> rects;
+    track_row_layout(thumbs, view, rects);
+    if (!is_at_rest(factors)) {
+        bool const leaving = factors.slide > 1.0F;
+        float const share = leaving ? factors.slide - 1.0F : factors.slide;
+        std::vector<SDL_Rect> wider;
+        track_row_layout(thumbs, *factors.extra, view, wider);
+        for (std::size_t i = 0; i < rects.size(); ++i) glide(rects[i], rects[i], wider[i], share);
+        if (!leaving) rects.push_back(wider.back());
+    }
+    if (factors.swap_t > 0.0F && factors.from_rects != nullptr) {
+        std::size_t const count = std::min<std::size_t>(rects.size(), ROW_SLOTS);
+        for (std::size_t i = 0; i < count; ++i)
+            glide(rects[i], factors.from_rects[i], rects[i], factors.swap_t);
+    }
+    return rects;
+}
+
+std::vector<SDL_Rect> track_rects(MenuTracks& tracks, SDL_Rect const& view, unsigned now) {
+    return row_rects(tracks.thumbs, track_factors(tracks, now), view);
 }

@@ -46,7 +46,13 @@ void pick_extra(MenuTracks& tracks);
 void pick_digit(MenuTracks& tracks, int digit, SDL_Rect const& view, ThumbMaker const& maker,
                 unsigned now);
 
-// Where the thumbnails stand at this moment; behind the row's, the extra one's if it is on show.
-std::vector<SDL_Rect> track_rects(MenuTracks& tracks, SDL_Rect const& view, unsigned now);
 // Ends what has run its time: an extra thumbnail that has left is released.
 TrackFactors track_factors(MenuTracks& tracks, unsigned now);
+// True while no extra thumbnail is on show.
+bool is_at_rest(TrackFactors const& factors);
+// Where the thumbnails stand, for the eye and for the mouse: the row's, and behind them the extra
+// one's from its coming to its leaving.
+std::vector<SDL_Rect> row_rects(std::vector<TrackThumb> const& thumbs, TrackFactors const& factors,
+                                SDL_Rect const& view);
+// The same at this moment.
+std::vector<SDL_Rect> track_rects(MenuTracks& tracks, SDL_Rect const& view, unsigned now);

@@ -1,6 +1,7 @@
 #include "screens/name_field.h"
 
 #include "render/colors.h"
+#include "render/rendered_text.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -93,13 +94,11 @@ void refresh_field(NameField& field, TTF_Font* font, SDL_Renderer* renderer) {
     field.w = field.h = field.caret_x = 0;
     if (font == nullptr) return;
     field.h = TTF_FontHeight(font);
-    if (!field.text.empty()) {
-        SurfaceHandle const surface(TTF_RenderUTF8_Blended(font, field.text.c_str(), WHITE));
-        if (surface) field.tex.reset(SDL_CreateTextureFromSurface(renderer, surface.get()));
-        if (field.tex) {
-            field.w = surface->w;
-            field.h = surface->h;
-        }
+    RenderedText line = render_text(renderer, font, field.text.c_str(), WHITE);
+    if (line.tex) {
+        field.tex = std::move(line.tex);
+        field.w = line.w;
+        field.h = line.h;
     }
     if (field.cursor < 1) return;
     std::string const before = field.text.substr(0, caret(field));

@@ -61,9 +61,9 @@ std::array<std::string, 10> discover_track_pngs() {
     std::array<std::string, 10> pictures;
     for (TrackFile const& file : find_track_files()) {
         std::string& taken = pictures[file.slot];
-        fs::path const picture = fs::path(file.path).replace_extension(".png");
+        std::string const picture = picture_of_track(file.path.string());
         std::error_code ignored;
-        if (taken.empty() && fs::exists(picture, ignored)) taken = picture.string();
+        if (taken.empty() && fs::exists(picture, ignored)) taken = picture;
     }
     return pictures;
 }

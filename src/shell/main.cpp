@@ -4,6 +4,7 @@
 
 #include "audio/audio.h"
 #include "base/fonts.h"
+#include "base/screen.h"
 #include "input/gamepad_monitor.h"
 #include "race/game_loop.h"
 #include "records/ghost_trace.h"
@@ -26,8 +27,6 @@
 
 namespace {
 
-constexpr int LOGICAL_W = 1280;
-constexpr int LOGICAL_H = 720;
 constexpr int WINDOW_W = 2560;
 constexpr int WINDOW_H = 1440;
 constexpr unsigned STEPS_PER_SECOND = 100;
@@ -123,7 +122,7 @@ std::optional<Screen> open_screen(bool windowed) {
         std::fprintf(stderr, "Renderer: %s\n", SDL_GetError());
         return std::nullopt;
     }
-    SDL_RenderSetLogicalSize(screen.renderer, LOGICAL_W, LOGICAL_H);
+    SDL_RenderSetLogicalSize(screen.renderer, SCREEN_W, SCREEN_H);
     return screen;
 }
 
@@ -140,11 +139,11 @@ double report_screen(Screen const& screen) {
                     mode.w, mode.h, out_w, out_h, mode.refresh_rate, STEPS_PER_SECOND,
                     static_cast<int>(SIM_SPEED));
     }
-    double const phys_scale = out_h < 1 ? 1.0 : static_cast<double>(out_h) / LOGICAL_H;
+    double const phys_scale = out_h < 1 ? 1.0 : static_cast<double>(out_h) / SCREEN_H;
     SDL_RendererInfo info{};
     bool const known = SDL_GetRendererInfo(screen.renderer, &info) == 0;
     std::printf("renderer: backend='%s' output=%dx%d (logical %dx%d, phys_scale=%.2f)\n",
-                known ? info.name : "?", out_w, out_h, LOGICAL_W, LOGICAL_H, phys_scale);
+                known ? info.name : "?", out_w, out_h, SCREEN_W, SCREEN_H, phys_scale);
     std::fflush(stdout);
     return phys_scale;
 }

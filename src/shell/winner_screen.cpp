@@ -1,5 +1,6 @@
 #include "shell/winner_screen.h"
 
+#include "base/screen.h"
 #include "render/overlays.h"
 
 namespace {
@@ -20,8 +21,8 @@ void run_winner_screen(SDL_Renderer* renderer, Fonts const& fonts) {
     while (!wants_to_leave()) {
         SDL_SetRenderDrawColor(renderer, 38, 86, 50, 255);
         SDL_RenderClear(renderer);
-        render_winner_overlay(renderer, {0, 0, 640, 720}, fonts, 255);
-        render_divider(renderer, 1280, 720);
+        render_winner_overlay(renderer, {0, 0, HALF_SCREEN_W, SCREEN_H}, fonts, 255);
+        render_divider(renderer, SCREEN_W, SCREEN_H);
         SDL_RenderPresent(renderer);
     }
 }

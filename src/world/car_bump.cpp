@@ -1,5 +1,6 @@
 #include "world/car_bump.h"
 
+#include "base/car_size.h"
 #include "world/car_physics.h"
 
 #include <algorithm>
@@ -24,8 +25,8 @@ struct Box {
 };
 
 Box car_box() {
-    double const unit = 1.2 / PIXELS_PER_CELL;
-    return {11.0 * unit, 5.5 * unit};
+    double const unit = CAR_MAGNIFIER / PIXELS_PER_CELL;
+    return {CAR_HALF_LENGTH * unit, CAR_HALF_WIDTH * unit};
 }
 
 struct Axes {

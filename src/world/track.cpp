@@ -2,8 +2,10 @@
 
 #include "world/geometry.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <numbers>
 
 std::int32_t PIXELS_PER_CELL = 18;
@@ -63,4 +65,26 @@ Track make_default_track() {
     track.compute_grass_distance();
     track.compute_start_distance();
     return track;
+}
+
+bool find_goal_line(Track& track) {
+    track.goal_x1 = track.goal_y1 = std::numeric_limits<std::int32_t>::max();
+    track.goal_x2 = track.goal_y2 = -1;
+    for_each_cell(track, '!', [&track](int column, int row) {
+        track.goal_x1 = std::min(track.goal_x1, column);
+        track.goal_y1 = std::min(track.goal_y1, row);
+        track.goal_x2 = std::max(track.goal_x2, column);
+        track.goal_y2 = std::max(track.goal_y2, row);
+    });
+    return track.goal_x2 >= 0;
+}
+
+void head_from_goal(Track& track) {
+    Vec2 const line{static_cast<double>(track.goal_x2 - track.goal_x1),
+                    static_cast<double>(track.goal_y2 - track.goal_y1)};
+    Vec2 const middle{(track.goal_x1 + track.goal_x2) * 0.5 + 0.5,
+                      (track.goal_y1 + track.goal_y2) * 0.5 + 0.5};
+    Vec2 const start{track.start_x + 0.5, track.start_y + 0.5};
+    double const side = (start.x - middle.x) * -line.y + (start.y - middle.y) * line.x;
+    track.start_angle = angle_of(side < 0.0 ? Vec2{line.y, -line.x} : Vec2{-line.y, line.x});
 }

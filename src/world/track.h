@@ -95,5 +95,10 @@ inline bool position_is_passable(Track const& track, double x, double y) {
     return cell_is_passable(track, cell.column, cell.row);
 }
 
+// Sets the goal line to the box of all '!' cells; false if there is none.
+bool find_goal_line(Track& track);
+// Sets the start angle: square to the goal line, towards the side of the start cell.
+void head_from_goal(Track& track);
+
 // The built-in stadium course, complete: what is raced when no track file loads.
 Track make_default_track();

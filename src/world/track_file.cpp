@@ -7,7 +7,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <optional>
 #include <vector>
 
@@ -103,26 +102,7 @@ bool find_markers(Track& track) {
         static_cast<int>(static_cast<std::uint8_t const*>(star) - track.cells.data());
     track.start_x = start % track.width;
     track.start_y = start / track.width;
-    track.goal_x1 = track.goal_y1 = std::numeric_limits<std::int32_t>::max();
-    track.goal_x2 = track.goal_y2 = -1;
-    for_each_cell(track, '!', [&track](int column, int row) {
-        track.goal_x1 = std::min(track.goal_x1, column);
-        track.goal_y1 = std::min(track.goal_y1, row);
-        track.goal_x2 = std::max(track.goal_x2, column);
-        track.goal_y2 = std::max(track.goal_y2, row);
-    });
-    return track.goal_x2 >= 0;
-}
-
-// Square to the goal line, towards the side of the start cell.
-double heading_from_goal(Track const& track) {
-    Vec2 const line{static_cast<double>(track.goal_x2 - track.goal_x1),
-                    static_cast<double>(track.goal_y2 - track.goal_y1)};
-    Vec2 const middle{(track.goal_x1 + track.goal_x2) * 0.5 + 0.5,
-                      (track.goal_y1 + track.goal_y2) * 0.5 + 0.5};
-    Vec2 const start{track.start_x + 0.5, track.start_y + 0.5};
-    double const side = (start.x - middle.x) * -line.y + (start.y - middle.y) * line.x;
-    return angle_of(side < 0.0 ? Vec2{line.y, -line.x} : Vec2{-line.y, line.x});
+    return find_goal_line(track);
 }
 
 } // namespace
@@ -135,11 +115,15 @@ bool load_track(std::string const& path, Track& track) {
         std::fprintf(stderr, "load_track(%s): missing '*' or '!'\n", path.c_str());
         return false;
     }
-    scratch.start_angle = heading_from_goal(scratch);
+    head_from_goal(scratch);
     scratch.compute_grass_distance();
     scratch.compute_start_distance();
     track = std::move(scratch);
     return true;
+}
+
+std::string picture_of_track(std::string const& path) {
+    return fs::path(path).replace_extension(".png").string();
 }
 
 std::vector<TrackFile> find_track_files() {

@@ -19,6 +19,9 @@ struct TrackFile {
     std::filesystem::path path;
 };
 
+// Where the picture of a track file lies, whether or not there is one.
+std::string picture_of_track(std::string const& path);
+
 // The track files of the folder "tracks" in the folder's own order; none if it cannot be opened.
 // Several may claim the same slot.
 std::vector<TrackFile> find_track_files();

@@ -66,7 +66,7 @@ void check_track_pictures(Report& report) {
     std::array<std::string, 10> const files = discover_tracks();
     for (int slot = 1; slot <= 9; ++slot) {
         std::string const& path = files.at(static_cast<std::size_t>(slot));
-        std::string const picture = std::filesystem::path(path).replace_extension(".png").string();
+        std::string const picture = picture_of_track(path);
         Track track;
         if (path.empty() || !load_track(path, track)) {
             report.add(false, slot_name(slot, path), "no track that loads");

@@ -2,6 +2,7 @@
 
 #include "track_compiler/data_file.h"
 #include "track_compiler/scenery_words.h"
+#include "world/track.h"
 
 #include <array>
 #include <cmath>
@@ -85,7 +86,7 @@ void read_size(Reader& in, Course& course) {
 }
 
 void read_kerbs(Reader& in, Course& course) {
-    course.kerb_depth = in.number("depth", 1, 4);
+    course.kerb_depth = in.number("depth", 1, KERB_REACH);
     course.kerb_radius = in.number("corner radius", 1, 10000);
 }
 

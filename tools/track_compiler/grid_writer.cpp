@@ -38,7 +38,7 @@ void fill_cells(Centreline const& line, RoadField const& field, double rim_width
 void drop_solid_kerbs(Track& track) {
     for (std::size_t at = 0; at < track.cells.size(); at++) {
         bool const kerb = track.cells[at] == 'r' || track.cells[at] == 'w';
-        if (kerb && track.grass_distance[at] > 4) track.cells[at] = 'b';
+        if (kerb && track.grass_distance[at] > KERB_REACH) track.cells[at] = 'b';
     }
 }
 
@@ -48,15 +48,9 @@ void mark_goal(Course const& course, Track& track) {
     int const x2 = cell(std::max(course.goal_a.x, course.goal_b.x));
     int const y1 = cell(std::min(course.goal_a.y, course.goal_b.y));
     int const y2 = cell(std::max(course.goal_a.y, course.goal_b.y));
-    track.goal_x1 = track.goal_y1 = std::max(track.width, track.height);
     for (int y = std::max(0, y1); y <= std::min(y2, track.height - 1); y++) {
         for (int x = std::max(0, x1); x <= std::min(x2, track.width - 1); x++) {
-            if (!cell_is_passable(track, x, y)) continue;
-            track.cells[track.index(x, y)] = '!';
-            track.goal_x1 = std::min(track.goal_x1, x);
-            track.goal_y1 = std::min(track.goal_y1, y);
-            track.goal_x2 = std::max(track.goal_x2, x);
-            track.goal_y2 = std::max(track.goal_y2, y);
+            if (cell_is_passable(track, x, y)) track.cells[track.index(x, y)] = '!';
         }
     }
 }
@@ -67,16 +61,8 @@ void mark_start(Course const& course, Track& track) {
     if (track.contains(track.start_x, track.start_y)) {
         track.cells[track.index(track.start_x, track.start_y)] = '*';
     }
-    double const dx = track.goal_x2 - track.goal_x1;
-    double const dy = track.goal_y2 - track.goal_y1;
-    Point const middle{(track.goal_x1 + track.goal_x2) * 0.5,
-                       (track.goal_y1 + track.goal_y2) * 0.5};
-    Point const normal{-dy, dx};
-    double const side =
-        dot(Point{static_cast<double>(track.start_x), static_cast<double>(track.start_y)} - middle,
-            normal);
-    track.start_angle =
-        side < 0.0 ? std::atan2(-normal.y, -normal.x) : std::atan2(normal.y, normal.x);
+    find_goal_line(track);
+    head_from_goal(track);
 }
 
 } // namespace
