@@ -25,6 +25,7 @@
 namespace {
 
 constexpr std::uint32_t MAX_FRAME_MS = 200; // at most 20 steps a frame; the rest of a stall is lost
+constexpr std::uint32_t TROUBLE_SHOWS_MS = 3000;
 
 // The length of this frame in milliseconds, added to what is yet to be simulated.
 std::uint32_t take_real_time(GameLoop& g) {
@@ -58,20 +59,24 @@ void read_controls(GameLoop& g) {
 }
 
 // What has happened is told at once, so that a sound or a record is never a frame late.
-void report(GameLoop& g) {
+void report(GameLoop& g, std::uint32_t now) {
     ReportContext context{.sim = g.sim,
                           .audio = g.audio,
                           .track_path = g.track_path,
                           .track_slot = g.track_slot,
-                          .arcade = g.arcade};
+                          .arcade = g.arcade,
+                          .trouble = {}};
     report_events(context, g.events);
+    note_events(g.notices, g.sim, g.events, now);
+    g.events.clear();
+    if (!context.trouble.empty()) g.show_toast(context.trouble.c_str(), TROUBLE_SHOWS_MS);
 }
 
 void run_rules(GameLoop& g, std::uint32_t now) {
     run_countdown(g.sim, now, g.events);
     if (start_music_after_go(g.sim, now)) g.apply_music();
     stop_who_is_out_of_time(g.sim, now, g.events);
-    report(g);
+    report(g, now);
 }
 
 void run_steps(GameLoop& g, std::uint32_t now) {
@@ -85,7 +90,7 @@ void run_steps(GameLoop& g, std::uint32_t now) {
     while (g.acc_ms >= STEP_MS) {
         g.acc_ms -= STEP_MS;
         race_step(race);
-        report(g);
+        report(g, now);
     }
 }
 
@@ -175,6 +180,7 @@ void GameLoop::frame() {
     if (race_is_over(sim, t2)) enter_game_over(t2);
     finish_seq_update(sim.finish_seq, audio, t2);
     feed_engine_sounds(*this);
+    update_gaps(notices, sim, picture.red, picture.blue, alpha, t2);
     draw_race(*this, picture);
     SDL_RenderPresent(renderer);
 }

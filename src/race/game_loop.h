@@ -7,6 +7,7 @@
 #include "base/sdl_handles.h"
 #include "input/gamepad.h"
 #include "race/race_events.h"
+#include "race/race_notices.h"
 #include "race/simulation.h"
 #include "world/track.h"
 
@@ -35,7 +36,8 @@ public:
 
     // The two small displays that answer a key (race_messages.cpp). The toast is a big centred
     // line that fades out, the OSD a small coloured one at (x, y) in logical pixels.
-    void show_toast(char const* text);
+    static constexpr std::uint32_t TOAST_MS = 1000;
+    void show_toast(char const* text, std::uint32_t ms = TOAST_MS);
     void draw_toast(char const* text, unsigned now);
     void draw_osd(TTF_Font* font, char const* text, int x, int y, SDL_Color color);
 
@@ -113,4 +115,5 @@ public:
     std::array<Gamepad, 2> gamepads;
     std::array<bool, 512> pressed_keys{};
     RaceEvents events; // of the rules just run, until they are reported
+    RaceNotices notices;
 };

@@ -25,6 +25,7 @@ struct RaceEvent {
     std::uint32_t time_ms = 0; // simulated time of the lap
     bool is_best = false;      // the player's best since the records were cleared
     bool has_ghost = false;    // the lap's recording has just become `best_trace`
+    int record = 0;            // what the report made of the lap: 1 personal best, 2 lap record
     bool is_first = false;
     float loudness = 0.0F; // 0.2 to 1
 };

@@ -1,6 +1,8 @@
 #include "audio/audio.h"
 #include "base/screen.h"
+#include "base/texts.h"
 #include "race/game_loop.h"
+#include "records/printed.h"
 #include "render/track_view.h"
 #include "render/view_settings.h"
 
@@ -19,6 +21,7 @@ namespace {
 constexpr float DEFAULT_MUSIC_VOLUME = 0.3F;
 constexpr float VOLUME_STEP = 0.05F;
 constexpr std::uint32_t OSD_MS = 2000;
+constexpr std::uint32_t LOSS_SHOWS_MS = 3000;
 
 [[gnu::format(printf, 1, 2)]] void say(char const* format, ...) {
     va_list args;
@@ -43,6 +46,7 @@ void press_escape(GameLoop& g) {
 void press_backspace(GameLoop& g) {
     g.restart_race(false, !g.sim.game_over);
     g.reset_players();
+    g.show_toast(texts::RESTART);
     say("race restarted\n");
 }
 
@@ -59,6 +63,7 @@ void load_saved_ghosts(GameLoop& g) {
         player->best_trace_substeps = player->disk_trace_substeps;
         player->best_trace_ms = 0;
     }
+    note_ghosts(g.notices, g.sim);
     g.ghost_visible = true;
     g.show_toast("Best-Lap Ghost-Car ON");
     say("ghost: saved personal best (on)\n");
@@ -86,6 +91,7 @@ void toggle_flying_start(GameLoop& g) {
     g.silence_race_music();
     g.restart_race(false, false);
     g.reset_players();
+    g.show_toast(g.sim.flying_start ? texts::FLYING_START_ON : texts::FLYING_START_OFF);
     say("flying start: %s\n", on_off(g.sim.flying_start));
 }
 
@@ -113,23 +119,27 @@ void toggle_panning(GameLoop& g) {
 
 void toggle_track_view(GameLoop& g) {
     if (!g.image_tex) {
+        g.show_toast(texts::NO_PICTURE);
         say("track view: no .png for this track\n");
         return;
     }
     g.show_image = !g.show_image;
     g.refresh_track_tex();
+    g.show_toast(g.show_image ? texts::TRACK_PICTURE : texts::TRACK_GRID);
     say("track view: %s\n", g.show_image ? "image" : "raster");
 }
 
 void press_slot(GameLoop& g, int digit) {
     std::string const path = g.track_files.at(static_cast<std::size_t>(digit));
     if (path.empty()) {
+        g.show_toast(printed(texts::NO_TRACK, digit).c_str());
         say("no track in slot %d\n", digit);
         return;
     }
     bool const other_track = path != g.track_path;
     if (other_track) {
         if (!g.load_into(path)) {
+            g.show_toast(printed(texts::TRACK_FAILED, digit).c_str());
             say("track %d failed to load\n", digit);
             return;
         }
@@ -142,6 +152,7 @@ void press_slot(GameLoop& g, int digit) {
 void toggle_solo_view(GameLoop& g, int player) {
     g.view_mode = g.view_mode == player ? 0 : player;
     g.apply_viewports();
+    g.show_toast(texts::VIEWS.at(static_cast<std::size_t>(g.view_mode)));
     if (g.view_mode == 0) {
         say("view: split\n");
     } else {
@@ -186,16 +197,18 @@ void toggle_vsync(GameLoop& g) {
 void set_music_volume(GameLoop& g, float volume) {
     g.music_volume = std::clamp(volume, 0.0F, 1.0F);
     g.audio.music_volume = g.music_volume;
-    say("music volume: %.0f%%\n", static_cast<double>(g.music_volume * 100.0F));
+    auto const percent = static_cast<double>(g.music_volume * 100.0F);
+    g.show_toast(printed(texts::VOLUME, percent).c_str());
+    say("music volume: %.0f%%\n", percent);
 }
 
 // The bound is worked out for the view of this moment; a level that a change of view has left
 // outside it stays until the next zoom key.
-void zoom_by(GameLoop const& g, int steps) {
+void zoom_by(GameLoop& g, int steps) {
     int const lowest = zoom_min(g.track, g.view_mode == 0 ? HALF_SCREEN_W : SCREEN_W);
     int const before = ZOOM_LEVEL;
     ZOOM_LEVEL = std::clamp(before + steps, lowest, ZOOM_MAX);
-    if (ZOOM_LEVEL == before) return;
+    if (ZOOM_LEVEL == before) return g.show_toast(texts::ZOOM_BOUND);
     say("zoom: level %d -> %d (factor %.3f, range [%d, %d])\n", before, ZOOM_LEVEL, zoom_factor(),
         lowest, ZOOM_MAX);
 }
@@ -264,6 +277,14 @@ void press_race_key(GameLoop& g, SDL_Scancode key, std::uint16_t modifiers) {
     }
 }
 
+void tell_lost_pad(GameLoop& g, SDL_JoystickID pad) {
+    for (std::size_t i = 0; i < g.gamepads.size(); ++i) {
+        SDL_Joystick* const joystick = g.gamepads.at(i).joystick;
+        if (joystick == nullptr || SDL_JoystickInstanceID(joystick) != pad) continue;
+        g.show_toast(texts::PAD_LOST.at(i), LOSS_SHOWS_MS);
+    }
+}
+
 // Only the ways out live at game over; other keys are not even recorded for the controls.
 void press_game_over_key(GameLoop& g, SDL_Scancode key) {
     bool const to_menu = key == SDL_SCANCODE_ESCAPE || key == SDL_SCANCODE_SPACE;
@@ -283,6 +304,7 @@ void GameLoop::poll_events() {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) {
         if (event.type == SDL_QUIT) running = false;
+        if (event.type == SDL_JOYDEVICEREMOVED) tell_lost_pad(*this, event.jdevice.which);
         // Key repeats count: a held key acts again, as it does everywhere else on the desktop.
         if (event.type != SDL_KEYDOWN) continue;
         SDL_Scancode const key = event.key.keysym.scancode;

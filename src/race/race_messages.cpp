@@ -10,7 +10,6 @@ namespace {
 
 constexpr int TOAST_X = HALF_SCREEN_W;
 constexpr int TOAST_Y = 216;
-constexpr std::uint32_t TOAST_MS = 1000;
 constexpr float TOAST_FADE_MS = 200.0F;
 
 void copy_line(GameLoop const& g, RenderedText const& line, int x, int y) {
@@ -20,9 +19,9 @@ void copy_line(GameLoop const& g, RenderedText const& line, int x, int y) {
 
 } // namespace
 
-void GameLoop::show_toast(char const* text) {
+void GameLoop::show_toast(char const* text, std::uint32_t ms) {
     toast_text = text;
-    toast_until = SDL_GetTicks() + TOAST_MS;
+    toast_until = SDL_GetTicks() + ms;
 }
 
 void GameLoop::draw_toast(char const* text, unsigned now) {

@@ -3,6 +3,7 @@
 #include "base/screen.h"
 #include "race/clocks.h"
 #include "race/game_loop.h"
+#include "race/race_notices.h"
 #include "records/ghost_trace.h"
 #include "render/hud.h"
 #include "render/overlays.h"
@@ -78,6 +79,16 @@ void draw_fade_in(GameLoop& g, std::uint32_t now) {
     SDL_RenderFillRect(g.renderer, nullptr);
 }
 
+// Over all else, so that the rest of the picture is as it would be without it.
+void draw_notices(GameLoop const& g, RacePicture const& picture, float game_over_fade) {
+    NoticePicture const what{g.renderer, g.fonts, g.notices, g.sim, picture.draw_tick};
+    draw_view_notices(what, g.sim.p1, g.ghost_visible);
+    draw_view_notices(what, g.sim.p2, g.ghost_visible);
+    if (!g.sim.game_over) return;
+    render_result(g.renderer, SCREEN_W, SCREEN_H, g.fonts, result_table(g.notices, g.sim),
+                  game_over_fade);
+}
+
 void draw_messages(GameLoop& g, std::uint32_t now) {
     if (!g.toast_text.empty() && now < g.toast_until) g.draw_toast(g.toast_text.c_str(), now);
 
@@ -113,4 +124,5 @@ void draw_race(GameLoop& g, RacePicture const& picture) {
     }
     draw_fade_in(g, picture.input_tick);
     draw_messages(g, picture.input_tick);
+    draw_notices(g, picture, game_over_fade);
 }

@@ -1,11 +1,16 @@
 #include "race/race_report.h"
 
+#include "audio/audio.h"
 #include "audio/music_fade.h"
+#include "base/texts.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
+#include "records/printed.h"
+#include "records/replace_file.h"
 #include "screens/finish_sequence.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 
@@ -40,19 +45,24 @@ Player& player_of(Simulation& sim, RaceEvent const& event) {
 }
 
 // Offers a best lap to the table, and puts its ghost to disk if it made the table.
-void keep_record(ReportContext& report, Player& player, RaceEvent const& lap) {
+void keep_record(ReportContext& report, Player& player, RaceEvent& lap) {
     if (!lap.is_best || report.track_slot <= 0 || player.name.empty() || report.arcade) return;
     std::string const file = ghost_file_name(player.name, report.track_path);
-    int const rank = record_best_lap(player.name, report.track_slot, lap.time_ms / 1000.0, file);
-    player.view.lap_overlay_record = rank;
+    std::string reason;
+    int const rank =
+        record_best_lap(player.name, report.track_slot, lap.time_ms / 1000.0, file, &reason);
+    if (!reason.empty()) report.trouble = printed(texts::RECORD_LOST, reason.c_str());
+    player.view.lap_overlay_record = lap.record = rank;
     if (rank == 0 || !lap.has_ghost) return;
+    errno = 0;
     if (!save_ghost_trace(pref_path(file.c_str()), player.best_trace, player.best_trace_substeps)) {
+        report.trouble = printed(texts::GHOST_LOST, failure_reason().c_str());
         return;
     }
     say("P%d ghost saved: %s (%zu frames)\n", player.id, file.c_str(), player.best_trace.size());
 }
 
-void report_lap(ReportContext& report, RaceEvent const& lap) {
+void report_lap(ReportContext& report, RaceEvent& lap) {
     keep_record(report, player_of(report.sim, lap), lap);
     sound(report.audio, lap.is_best ? BEST_LAP_BEEP : LAP_BEEP);
     say("P%d lap %d: %u.%03u s%s\n", lap.player, lap.number, lap.time_ms / 1000, lap.time_ms % 1000,
@@ -67,7 +77,7 @@ void fade_race_music(ReportContext& report) {
     report.sim.music_on = false;
 }
 
-void report_event(ReportContext& report, RaceEvent const& event) {
+void report_event(ReportContext& report, RaceEvent& event) {
     switch (event.kind) {
     case RaceEventKind::CountdownBeep:
         return sound(report.audio, COUNTDOWN_BEEPS.at(static_cast<std::size_t>(event.number)));
@@ -96,6 +106,5 @@ void report_event(ReportContext& report, RaceEvent const& event) {
 } // namespace
 
 void report_events(ReportContext& report, RaceEvents& events) {
-    for (RaceEvent const& event : events) report_event(report, event);
-    events.clear();
+    for (RaceEvent& event : events) report_event(report, event);
 }

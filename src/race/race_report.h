@@ -15,9 +15,10 @@ struct ReportContext {
     Simulation& sim;
     Audio& audio;
     std::string const& track_path;
-    int track_slot; // records are only kept for a slot above 0
-    bool arcade;    // nothing is recorded
+    int track_slot;      // records are only kept for a slot above 0
+    bool arcade;         // nothing is recorded
+    std::string trouble; // a record or a ghost that could not be saved; empty for none
 };
 
-// Carries out all that `events` ask for, in their order, and empties them.
+// Carries out all that `events` ask for, in their order, and notes in them which laps are records.
 void report_events(ReportContext& report, RaceEvents& events);

@@ -298,6 +298,7 @@ void GameLoop::clear_records() {
         player->best_trace_ms = 0;
         player->view.best_lap_ms = 0;
     }
+    note_ghosts(notices, sim);
 }
 
 void GameLoop::restart_race(bool clear, bool keep_music) {
@@ -307,6 +308,7 @@ void GameLoop::restart_race(bool clear, bool keep_music) {
         sim.practice, sim.laps);
     // Only now: loading a song may have taken a while, and the beeps start from this moment.
     if (!sim.practice) start_countdown(sim.countdown, SDL_GetTicks());
+    start_notices(notices, SDL_GetTicks());
 }
 
 void GameLoop::silence_race_music() {

@@ -116,7 +116,7 @@ bool save_best_lap_table(BestLapTable const& table) {
 }
 
 int record_best_lap(std::string const& name, int slot, double seconds,
-                    std::string const& trace_file) {
+                    std::string const& trace_file, std::string* trouble) {
     if (name.empty() || slot < 1) return 0;
     BestLapTable table;
     TableRead const read = read_table(table);
@@ -126,11 +126,15 @@ int record_best_lap(std::string const& name, int slot, double seconds,
     int const rank = beats_all_others(table, name, slot, seconds) ? 2 : 1;
     table[name][slot] = {seconds, trace_file};
     // What could not be read in full must not be replaced by the part that could.
+    std::string reason;
     if (read == TableRead::missing || read == TableRead::whole) {
-        save_best_lap_table(table);
+        errno = 0;
+        if (!save_best_lap_table(table)) reason = failure_reason();
     } else {
         report_unwritable();
+        reason = "the old table cannot be read";
     }
+    if (trouble != nullptr) *trouble = reason;
     return rank;
 }
 

@@ -50,9 +50,10 @@ bool save_best_lap_table(BestLapTable const& table);
 
 // Offers a lap to the table. 0 nothing changed, 1 a personal best, 2 a lap record: faster than
 // everybody on that slot, an equal time of another player denies it. The rank stands even if the
-// table cannot be saved. Needs a name and a slot of at least 1.
+// table cannot be saved; `trouble`, if given, receives the reason then. Needs a name and a slot of
+// at least 1.
 int record_best_lap(std::string const& name, int slot, double seconds,
-                    std::string const& trace_file);
+                    std::string const& trace_file, std::string* trouble = nullptr);
 // That player's ghost file on that slot, or an empty string.
 std::string best_lap_trace(std::string const& name, int slot);
 // The best lap of every slot; among equal times the name that sorts first. False if there is no

@@ -2,8 +2,10 @@
 
 #include "records/file_handle.h"
 
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 
@@ -67,4 +69,8 @@ bool replace_file(std::string const& path, std::initializer_list<std::string_vie
     }
     std::remove(fresh.c_str());
     return false;
+}
+
+std::string failure_reason() {
+    return errno != 0 ? std::strerror(errno) : "not a plain file";
 }

@@ -16,3 +16,5 @@
 // and no neighbour left, if any of it fails. A symbolic link stays and the file that it names is
 // replaced; a file that may not be written, or anything but a plain file, is left alone.
 bool replace_file(std::string const& path, std::initializer_list<std::string_view> pieces);
+// Why the last replacement failed, in a few words, where errno was 0 before it.
+std::string failure_reason();

@@ -72,11 +72,10 @@ TEST_F(RaceRules, WhoComesSecondHasTwentySeconds) {
 
     Audio audio;
     std::string const path;
-    ReportContext report{sim, audio, path, 0, false};
+    ReportContext report{sim, audio, path, 0, false, {}};
     testing::internal::CaptureStdout();
     report_events(report, events);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "P2 out of time — race over\n");
-    EXPECT_TRUE(events.empty());
 }
 
 TEST_F(RaceRules, ARaceIsOverASecondAfterBothHaveFinished) {

@@ -42,8 +42,9 @@ protected:
     }
 
     void report(bool arcade = false, int slot = 0) {
-        ReportContext context{sim, audio, path, slot, arcade};
+        ReportContext context{sim, audio, path, slot, arcade, {}};
         report_events(context, events);
+        events.clear();
     }
 
     // Carries the car to `x` in one tick and lets the rules see it.

@@ -1,0 +1,48 @@
+#pragma once
+
+// What the game says on the screen beside its standing words, all in one place.
+
+#include <array>
+
+namespace texts {
+
+constexpr std::array<char const*, 4> COUNTDOWN{"3", "2", "1", "GO!"};
+constexpr char const* WRONG_WAY = "WRONG WAY";
+constexpr char const* OUT_OF_TIME = "OUT OF TIME";
+constexpr char const* SECONDS_LEFT = "%u s left"; // for the second car, once the first is home
+
+// The result at game over.
+constexpr std::array<char const*, 2> COLORS{"Red", "Blue"}; // of a player without a name
+constexpr char const* WINS = "%s wins";
+constexpr char const* TOTAL = "TOTAL";
+constexpr char const* BEST_LAP = "BEST LAP";
+constexpr char const* GAP = "GAP";
+constexpr char const* NO_TIME = "-";
+constexpr char const* LAP_BEHIND = "1 lap";
+constexpr char const* LAPS_BEHIND = "%d laps";
+constexpr char const* TOO_LATE = "out of time";
+constexpr char const* STOPPED = "stopped";
+constexpr std::array<char const*, 3> RECORDS{"", "personal best", "lap record"};
+constexpr char const* REMATCH = "press BACKSPACE for a rematch";
+
+// The ghost's times: ahead is less.
+constexpr char const* GHOST_GAP = "%+.2f";
+constexpr char const* GHOST_SPLIT = "%d/4  %+.3f";
+
+// Toasts for what else answers on the standard output alone.
+constexpr char const* VOLUME = "Music %.0f%%";
+constexpr char const* ZOOM_BOUND = "Zoom at its Bound";
+constexpr char const* RESTART = "Restart";
+constexpr std::array<char const*, 3> VIEWS{"Split View", "Red alone", "Blue alone"};
+constexpr char const* FLYING_START_ON = "Flying Start ON";
+constexpr char const* FLYING_START_OFF = "Flying Start OFF";
+constexpr char const* TRACK_PICTURE = "Track Picture";
+constexpr char const* TRACK_GRID = "Track Grid";
+constexpr char const* NO_PICTURE = "No Picture of this Track";
+constexpr char const* NO_TRACK = "No Track in Slot %d";
+constexpr char const* TRACK_FAILED = "Track %d failed to load";
+constexpr std::array<char const*, 2> PAD_LOST{"Red's Pad is lost", "Blue's Pad is lost"};
+constexpr char const* RECORD_LOST = "Record not saved: %s";
+constexpr char const* GHOST_LOST = "Ghost not saved: %s";
+
+} // namespace texts

@@ -1,0 +1,50 @@
+#pragma once
+
+// What is told over the race picture beside the words of overlays.h: single lines in a view, each
+// at a place of its own, and the table of the result. All are stateless; a text that is empty draws
+// nothing.
+
+#include "base/fonts.h"
+#include "base/player.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+// `rect` is the player's viewport in logical pixels.
+
+// A number of the countdown, or its end.
+void render_countdown(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
+                      char const* text, std::uint8_t alpha);
+// Whose view this is.
+void render_name(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts, char const* text,
+                 SDL_Color color, std::uint8_t alpha);
+// What goes wrong, below the car.
+void render_warning(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
+                    char const* text);
+// How much time is left, below that.
+void render_time_left(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
+                      char const* text);
+// Ahead of the ghost or behind it: row 0 just below the bar, row 1 below that.
+void render_ghost_gap(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts, int row,
+                      char const* text, bool ahead);
+
+// A player's row of the result.
+struct ResultRow {
+    std::string name;
+    std::string total;
+    std::string best_lap;
+    std::string gap;
+    std::string note; // what the lap has become
+    SDL_Color color{};
+};
+
+struct ResultTable {
+    std::string title;
+    SDL_Color title_color{};
+    std::array<ResultRow, 2> rows; // the winner's first
+};
+
+// Below the words of game over, `fade` 0 to 1 like theirs.
+void render_result(SDL_Renderer* renderer, int width, int height, Fonts const& fonts,
+                   ResultTable const& result, float fade);

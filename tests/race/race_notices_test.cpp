@@ -1,0 +1,141 @@
+#include "base/texts.h"
+#include "race/race_notices.h"
+#include "render/colors.h"
+#include "render/scene.h"
+#include "support/canvas.h"
+
+#include <functional>
+
+namespace {
+
+class Notices : public testing::Test {
+protected:
+    Notices() {
+        sim.p1.id = 1;
+        sim.p2.id = 2;
+        sim.laps = 3;
+        sim.p1.view.viewport = {0, 0, 640, 720};
+        sim.p2.view.viewport = {640, 0, 640, 720};
+        start_notices(notices, 1000);
+    }
+
+    // How many pixels of red's view and of blue's say something.
+    std::pair<int, int> ink(std::uint32_t now) {
+        canvas.clear(GREEN);
+        NoticePicture const picture{canvas.renderer(), mono.fonts, notices, sim, now};
+        draw_view_notices(picture, sim.p1, true);
+        draw_view_notices(picture, sim.p2, true);
+        return {canvas.count_other(sim.p1.view.viewport, GREEN),
+                canvas.count_other(sim.p2.view.viewport, GREEN)};
+    }
+    void tell(RaceEvent const& event, std::uint32_t now) {
+        note_events(notices, sim, {event}, now);
+    }
+
+    static constexpr SDL_Color GREEN{60, 120, 50, 255};
+    Canvas canvas{1280, 720};
+    MonoFonts mono;
+    Simulation sim;
+    RaceNotices notices;
+};
+
+using Ink = std::pair<int, int>;
+
+} // namespace
+
+TEST_F(Notices, SayNothingWhileThereIsNothingToSay) {
+    sim.countdown.active = true;
+    EXPECT_EQ(ink(1000), Ink(0, 0));
+    sim.p1.name = "Pixie";
+    EXPECT_GT(ink(1000).first, 500) << "whose view this is";
+    EXPECT_EQ(ink(1000).second, 0);
+    EXPECT_EQ(ink(4000), Ink(0, 0));
+}
+
+TEST_F(Notices, CountWithTheBeeps) {
+    int before = 0;
+    for (int step = 0; step < 4; ++step) {
+        std::uint32_t const now = 1000U + 1000U * static_cast<std::uint32_t>(step);
+        tell({.kind = RaceEventKind::CountdownBeep, .number = step}, now);
+        Ink const both = ink(now);
+        EXPECT_GT(both.first, 1000);
+        EXPECT_EQ(both.first, both.second);
+        EXPECT_NE(both.first, before) << "another number";
+        before = both.first;
+        if (step < 3)
+            EXPECT_EQ(ink(now + 5000).first, before) << "until the next beep, late or not";
+    }
+    EXPECT_GT(ink(4899).first, 0);
+    EXPECT_EQ(ink(4900), Ink(0, 0));
+    start_notices(notices, 9000);
+    EXPECT_EQ(ink(9000), Ink(0, 0)) << "a new start has not beeped yet";
+}
+
+TEST_F(Notices, WarnWhomItConcerns) {
+    EXPECT_EQ(ink(5000), Ink(0, 0));
+    sim.p2.wrong_way = true;
+    EXPECT_EQ(ink(5000).first, 0);
+    EXPECT_GT(ink(5000).second, 1000);
+    sim.p2.wrong_way = false;
+
+    sim.first_finish_tick = sim.p1.view.finished_ms = 6000;
+    int const twenty = ink(6001).second;
+    EXPECT_GT(twenty, 500);
+    EXPECT_EQ(ink(6001).first, 0);
+    EXPECT_EQ(ink(6999).second, twenty);
+    EXPECT_NE(ink(7001).second, twenty) << "a second less";
+    sim.p2.view.finished_ms = 26000;
+    EXPECT_EQ(ink(26000), Ink(0, 0));
+    tell({.kind = RaceEventKind::OutOfTime, .player = 2}, 26000);
+    EXPECT_GT(ink(26000).second, 1000);
+    EXPECT_EQ(ink(26000).first, 0);
+    sim.game_over = true;
+    EXPECT_EQ(ink(26000), Ink(0, 0)) << "the table says it now";
+}
+
+TEST_F(Notices, ResultTellsTimesLapsAndRecords) {
+    struct Case {
+        int blue_laps;
+        bool blue_finished;
+        bool blue_late;
+        char const* gap;
+    };
+    for (Case const& c : {Case{3, true, false, "+1.25"}, Case{2, true, false, texts::LAP_BEHIND},
+                          Case{1, true, false, "2 laps"}, Case{1, false, true, texts::TOO_LATE},
+                          Case{1, false, false, texts::STOPPED}}) {
+        start_notices(notices, 1000);
+        sim.p1.name = "Zoe";
+        sim.winner = 1;
+        sim.p1.view.laps_done = 3;
+        sim.p2.view.laps_done = c.blue_laps;
+        sim.p1.view.finished_ms = sim.p2.view.finished_ms = 9000;
+        sim.p1.finish_ms = 91500.0;
+        sim.p2.finish_ms = 92750.0;
+        for (std::uint32_t const ms : {30500U, 30000U, 31000U}) {
+            tell({.kind = RaceEventKind::Lap,
+                  .player = 1,
+                  .time_ms = ms,
+                  .record = ms == 30000 ? 2 : 0},
+                 5000);
+        }
+        tell({.kind = RaceEventKind::Finished, .player = 1, .is_first = true}, 5000);
+        if (c.blue_finished) tell({.kind = RaceEventKind::Finished, .player = 2}, 6000);
+        if (c.blue_late) tell({.kind = RaceEventKind::OutOfTime, .player = 2}, 6000);
+        ResultTable const table = result_table(notices, sim);
+        EXPECT_EQ(table.title, "Zoe wins");
+        EXPECT_EQ(table.rows[0].total, "1:31.50");
+        EXPECT_EQ(table.rows[0].best_lap, "30.00");
+        EXPECT_EQ(table.rows[0].note, texts::RECORDS[2]);
+        EXPECT_EQ(table.rows[0].gap, "");
+        EXPECT_EQ(table.rows[1].name, "Blue");
+        EXPECT_EQ(table.rows[1].best_lap, texts::NO_TIME);
+        EXPECT_EQ(table.rows[1].note, "");
+        EXPECT_EQ(table.rows[1].gap, c.gap);
+    }
+    canvas.clear(BLACK);
+    render_result(canvas.renderer(), 1280, 720, mono.fonts, result_table(notices, sim), 0.0F);
+    EXPECT_EQ(canvas.count_other({0, 0, 1280, 720}, BLACK), 0);
+    render_result(canvas.renderer(), 1280, 720, mono.fonts, result_table(notices, sim), 1.0F);
+    EXPECT_EQ(canvas.count_other({0, 0, 1280, 410}, BLACK), 0) << "below the words of game over";
+    EXPECT_GT(canvas.count_other({0, 410, 1280, 310}, BLACK), 3000);
+}
