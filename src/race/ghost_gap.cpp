@@ -10,7 +10,7 @@ namespace {
 
 constexpr double SPACING = 0.5; // cells between places
 constexpr int REACH = 80;       // steps before and behind the car in which the ghost is looked for
-constexpr int LONGEST_MOVE = 200; // steps a frame; more is no motion
+constexpr int LONGEST_MOVE = 200; // steps a frame; more is no motion, nor is a quarter of a lap
 constexpr int JUMPS_BELIEVED = 30;
 constexpr std::uint32_t GAP_HOLDS_MS = 200;
 
@@ -115,9 +115,10 @@ void pass_quarters(GhostGap& gap, double ghost_ms, double lap_ms, std::uint32_t 
 }
 
 // Whether the car can have come there since the last frame; after a while it must be believed.
-bool believed(GhostGap& gap, std::int32_t steps) {
+bool believed(GhostGap& gap, Track const& track, std::int32_t steps) {
     if (steps < 0) return false;
-    bool const near = gap.steps < 0 || std::abs(steps - gap.steps) <= LONGEST_MOVE;
+    int const longest = std::min(LONGEST_MOVE, track.start_distance_max / 4);
+    bool const near = gap.steps < 0 || std::abs(steps - gap.steps) <= longest;
     gap.jumps = near ? 0 : gap.jumps + 1;
     return near || gap.jumps >= JUMPS_BELIEVED;
 }
@@ -173,7 +174,7 @@ void update_gap(GhostGap& gap, Track const& track, CarState const& car, double l
                 std::uint32_t now) {
     std::int32_t const steps = steps_at(track, car.x, car.y);
     double const there =
-        believed(gap, steps) ? ghost_time_at(gap.index, car.x, car.y, steps) : -1.0;
+        believed(gap, track, steps) ? ghost_time_at(gap.index, car.x, car.y, steps) : -1.0;
     if (there >= 0.0) {
         pass_quarters(gap, there, lap_ms, now);
         gap.steps = steps;
