@@ -582,10 +582,21 @@ def picture():
     title()
 
 
+def softened(drawing):
+    """The drawing with its edges spread over its neighbours.
+
+    A screen smaller than the picture shows some of its pixels and drops the others. The filter
+    would let the black behind shine in at the border, so it takes in what lies beyond it.
+    """
+    edges = f'x="-8" y="-8" width="{WIDTH + 16}" height="{HEIGHT + 16}"'
+    return [f'<filter id="soften" color-interpolation-filters="sRGB" filterUnits="userSpaceOnUse" {edges}><feGaussianBlur stdDeviation=".8"/></filter>',
+            f'<rect {edges} fill="#070c26"/>', '<g filter="url(#soften)">', *drawing, "</g>"]
+
+
 def main():
     picture()
     head = f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {HEIGHT}" width="{WIDTH}" height="{HEIGHT}">'
-    pathlib.Path(sys.argv[1]).write_text("\n".join([head, *out, "</svg>", ""]), encoding="utf-8")
+    pathlib.Path(sys.argv[1]).write_text("\n".join([head, *softened(out), "</svg>", ""]), encoding="utf-8")
 
 
 main()

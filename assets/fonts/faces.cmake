@@ -4,7 +4,7 @@ set(brindle_font_root /usr/share/fonts)
 set(brindle_faces
     "Montserrat-Black.otf=opentype/sora/Sora-ExtraBold.otf"
     "Montserrat-SemiBold.otf=opentype/sora/Sora-SemiBold.otf"
-    "Montserrat-SemiBoldItalic.otf=opentype/inter/Inter-SemiBoldItalic.otf"
+    "Montserrat-SemiBoldItalic.otf=truetype/open-sans/OpenSans-BoldItalic.ttf"
     "LiberationMono-Bold.ttf=truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf"
     "RocketBrush-DYwyW.otf=opentype/kaushanscript/KaushanScript-Regular.otf"
     "StarJediOutline-y0xm.ttf=truetype/open-sans/OpenSans-ExtraBoldItalic.ttf"
