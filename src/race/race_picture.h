@@ -1,6 +1,7 @@
 #pragma once
 
-// One frame of the race screen, drawn from the state of the race; changes nothing in it.
+// One frame of the race screen, drawn from the state of the race. Nothing of the race changes; the
+// fade from black notes when it has ended.
 
 #include "base/car_state.h"
 

@@ -45,12 +45,6 @@ void fade_out_crowd(Audio& audio, std::uint32_t since_fade_ms) {
     slot_volume(audio, CROWD_SLOT) = static_cast<float>(CROWD_VOLUME * (1.0 - faded));
 }
 
-std::uint32_t fanfare_length_ms(Audio const& audio) {
-    int const rate = device_rate(audio);
-    auto const samples = static_cast<float>(audio.sfx_samples[FANFARE_SLOT].size());
-    return static_cast<std::uint32_t>(samples / static_cast<float>(rate) * 1000.0F);
-}
-
 enum class Leave { No, Quit, Skip };
 
 Leave drain_events() {
@@ -111,9 +105,15 @@ float finish_seq_music_fade_s() {
     return 5.0F;
 }
 
+unsigned finish_sequence_length_ms(Audio const& audio) {
+    auto const samples = static_cast<float>(audio.sfx_samples[FANFARE_SLOT].size());
+    auto const rate = static_cast<float>(device_rate(audio));
+    return static_cast<std::uint32_t>(samples / rate * 1000.0F) + SCREEN_REST_MS;
+}
+
 bool run_finish_sequence(SDL_Window* /*window*/, SDL_Renderer* renderer, Audio& audio) {
     finish_seq_load(audio);
-    std::uint32_t const end_ms = fanfare_length_ms(audio) + SCREEN_REST_MS;
+    std::uint32_t const end_ms = finish_sequence_length_ms(audio);
     std::uint32_t const start = SDL_GetTicks();
     FinishSeq seq;
     finish_seq_start(seq, start);

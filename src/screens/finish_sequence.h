@@ -23,6 +23,9 @@ void finish_seq_stop(FinishSeq& seq, Audio& audio);
 // Seconds over which the race music fades once the sequence has started; the caller starts it.
 float finish_seq_music_fade_s();
 
+// How long the sequence shown alone lasts with the fanfare that is loaded: until that has rung out,
+// and a little longer. Milliseconds.
+unsigned finish_sequence_length_ms(Audio const& audio);
 // Plays the timeline alone on a black screen, until the fanfare has rung out or Escape is pressed.
 // False on a quit event, else true.
 bool run_finish_sequence(SDL_Window* window, SDL_Renderer* renderer, Audio& audio);

@@ -1,6 +1,17 @@
 #pragma once
 
 // Track files: finding them, reading them, and what a track is called.
+//
+// A .trk file is text: a line with the grid's width and height, then `height` lines of `width`
+// characters, a cell each. One `*` and at least one `!` must be among them:
+//
+//     .  road           *  road: the start cell          !  road: the goal line
+//     r  red kerb       w  white kerb, both passable up to 4 cells from the road
+//     b  barrier        g  grass, both walls; so is every other character
+//
+// A line that is too short is filled up with grass, one that is too long is cut; a file with fewer
+// lines than it says is no track, and what follows the last of them is not looked at. The goal line
+// is the box of all `!`; the cars start square to it, towards `*`.
 
 #include "world/track.h"
 

@@ -47,7 +47,6 @@ std::uint64_t allocations_of_a_frame(GameLoop& loop) {
 TEST(GameLoop, AllocatesInAFrameOnlyForTyreMarks) {
     TempDir const folder;
     WorkingDir const there(folder.path());
-    std::int32_t const scale_before = PIXELS_PER_CELL;
     SDL_InitSubSystem(SDL_INIT_VIDEO);
     Canvas const canvas(320, 180); // small, as it is the drawing that takes the time
     SDL_RenderSetLogicalSize(canvas.renderer(), 1280, 720);
@@ -75,5 +74,4 @@ TEST(GameLoop, AllocatesInAFrameOnlyForTyreMarks) {
     EXPECT_GT(marked, 50);
     EXPECT_GT(most, 0U); // the count counts
     EXPECT_GT(loop.sim.p1.view.laps_done, 0);
-    PIXELS_PER_CELL = scale_before;
 }

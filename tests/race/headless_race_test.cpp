@@ -11,8 +11,6 @@ namespace {
 class Headless : public testing::Test {
 protected:
     Headless() { PIXELS_PER_CELL = 17; }
-    ~Headless() override { PIXELS_PER_CELL = scale_before; }
-    std::int32_t scale_before = PIXELS_PER_CELL;
 };
 
 // The fingerprint of every step of a race on the built-in course.

@@ -224,7 +224,6 @@ TEST_F(RaceTick, StepsKeepTimeAndRunBothCars) {
     EXPECT_EQ(ticks_per_step(), 2);
     SIM_SPEED = 0.5;
     EXPECT_EQ(ticks_per_step(), 1);
-    SIM_SPEED = 10.0;
 }
 
 } // namespace

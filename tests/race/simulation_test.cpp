@@ -81,7 +81,6 @@ TEST_F(Race, ClocksStandBeforeTheStartAndAfterTheFinish) {
 }
 
 TEST_F(Race, GridAndRunUpFollowTheScaleAndTheRoad) {
-    std::int32_t const scale = PIXELS_PER_CELL;
     PIXELS_PER_CELL = 4;
     Track const road = track_from_rows(
         {"g.........!.......", "g.........!*......", "g.........!.......", "g.........!......."});
@@ -99,7 +98,6 @@ TEST_F(Race, GridAndRunUpFollowTheScaleAndTheRoad) {
     left.x = right.x = 1.3;
     place_cars_flying_start(left, right, road);
     EXPECT_EQ(left.x, 1.3); // no room for a run-up
-    PIXELS_PER_CELL = scale;
 }
 
 TEST_F(Race, ACarHeldUnderGasIsFreedAfterTwelveSteps) {

@@ -3,9 +3,7 @@
 
 #include <cmath>
 
-using CameraTest = RaceView;
-
-TEST_F(CameraTest, KeepsTheViewInsideTheTrack) {
+TEST(CameraTest, KeepsTheViewInsideTheTrack) {
     Track const track = road(100, 30);
     PlayerView view;
     update_camera(view, car_at(3, 5), track, 0.0, 40, 50); // the first call places it, time or not
@@ -18,7 +16,7 @@ TEST_F(CameraTest, KeepsTheViewInsideTheTrack) {
     EXPECT_EQ(view.cam_x, 80);
 }
 
-TEST_F(CameraTest, PansAsADampedSpring) {
+TEST(CameraTest, PansAsADampedSpring) {
     smooth_camera = true;
     Track const track = road(1000, 1000);
     PlayerView view;
@@ -39,7 +37,7 @@ TEST_F(CameraTest, PansAsADampedSpring) {
     EXPECT_EQ(late.cam_x, in_time.cam_x) << "a late frame must not shake the spring apart";
 }
 
-TEST_F(CameraTest, BrakesIntoTheBoundWithoutOvershoot) {
+TEST(CameraTest, BrakesIntoTheBoundWithoutOvershoot) {
     smooth_camera = true;
     Track const track = road(1000, 100);
     PlayerView view;

@@ -5,8 +5,6 @@
 
 #include <cmath>
 
-using CarSprite = RaceView;
-
 namespace {
 
 constexpr SDL_Color RED = {200, 0, 0, 255};
@@ -24,7 +22,7 @@ void expect_size_after_load(Canvas const& canvas, SDL_Point from, SDL_Point expe
 
 } // namespace
 
-TEST_F(CarSprite, LongSideComesDownToTwiceTheCarOnTheScreen) {
+TEST(CarSprite, LongSideComesDownToTwiceTheCarOnTheScreen) {
     Canvas const canvas(300, 1080);
     expect_size_after_load(canvas, {500, 1000}, {22, 44}); // no logical size
     SDL_RenderSetLogicalSize(canvas.renderer(), 200, 720);
@@ -38,7 +36,7 @@ TEST_F(CarSprite, LongSideComesDownToTwiceTheCarOnTheScreen) {
     EXPECT_FALSE(load_car_texture(canvas.renderer(), "no/such.png"));
 }
 
-TEST_F(CarSprite, DrawsShadowThenCarAtItsHeading) {
+TEST(CarSprite, DrawsShadowThenCarAtItsHeading) {
     Canvas canvas(100, 100);
     SurfaceHandle const picture = make_surface(20, 40, RED);
     SDL_Rect const nose = {0, 0, 20, 6};
@@ -63,7 +61,7 @@ TEST_F(CarSprite, DrawsShadowThenCarAtItsHeading) {
     EXPECT_EQ(canvas.at(40, 50).g, 0);
 }
 
-TEST_F(CarSprite, WithoutArtACarIsThreeQuads) {
+TEST(CarSprite, WithoutArtACarIsThreeQuads) {
     Canvas canvas(100, 100);
     SDL_SetRenderDrawBlendMode(canvas.renderer(), SDL_BLENDMODE_BLEND);
     canvas.clear(WHITE);

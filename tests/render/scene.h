@@ -31,16 +31,6 @@ inline CarState car_at(double x, double y) {
     return {.x = x, .y = y};
 }
 
-// Puts the view settings back to those of a fresh start.
-class RaceView : public testing::Test {
-protected:
-    ~RaceView() override {
-        PIXELS_PER_CELL = 18;
-        ZOOM_LEVEL = 0;
-        smooth_camera = fancy_ghost = false;
-    }
-};
-
 // All race fonts from one face that Debian ships, so that widths are known.
 struct MonoFonts {
     Fonts fonts;

@@ -3,8 +3,6 @@
 #include "render/skid_trail.h"
 #include "support/canvas.h"
 
-using SkidTrail = RaceView;
-
 namespace {
 
 CarState skidding_at(double x) {
@@ -13,7 +11,7 @@ CarState skidding_at(double x) {
 
 } // namespace
 
-TEST_F(SkidTrail, LaysEvenlySpacedPoints) {
+TEST(SkidTrail, LaysEvenlySpacedPoints) {
     PlayerView view;
     auto const points_after = [&](CarState const& car, unsigned now) {
         update_skid_trail(view, car, now);
@@ -36,7 +34,7 @@ TEST_F(SkidTrail, LaysEvenlySpacedPoints) {
     EXPECT_EQ(view.skid_points.size(), 28U) << "standing, one every 30 ms";
 }
 
-TEST_F(SkidTrail, OldPointsGoByAgeAndByNumber) {
+TEST(SkidTrail, OldPointsGoByAgeAndByNumber) {
     PlayerView view;
     unsigned const start = 0xFFFFFF00U; // the tick counter may wrap
     update_skid_trail(view, skidding_at(0), start);
@@ -49,7 +47,7 @@ TEST_F(SkidTrail, OldPointsGoByAgeAndByNumber) {
     EXPECT_GT(view.skid_points.front().x, 0.0);
 }
 
-TEST_F(SkidTrail, DrawsTwoFadingMarksBesideTheCentreLine) {
+TEST(SkidTrail, DrawsTwoFadingMarksBesideTheCentreLine) {
     Canvas canvas(60, 60);
     PlayerView view;
     view.skid_points = {{1, 2, 0, 1000}, {1.5, 2, 0, 1000}, {2, 2, 0, 1000}};
@@ -63,7 +61,7 @@ TEST_F(SkidTrail, DrawsTwoFadingMarksBesideTheCentreLine) {
     }
 }
 
-TEST_F(SkidTrail, StraightPartsMayBeDrawnAtOnceButNoBendIsCut) {
+TEST(SkidTrail, StraightPartsMayBeDrawnAtOnceButNoBendIsCut) {
     Canvas canvas(60, 60);
     canvas.clear(WHITE);
     PlayerView view;
@@ -74,7 +72,7 @@ TEST_F(SkidTrail, StraightPartsMayBeDrawnAtOnceButNoBendIsCut) {
     EXPECT_EQ(canvas.at(22, 45).r, 255) << "on the short cut";
 }
 
-TEST_F(SkidTrail, JoinsOnlyNeighboursAndStaysInsideTheClip) {
+TEST(SkidTrail, JoinsOnlyNeighboursAndStaysInsideTheClip) {
     Canvas canvas(120, 60);
     PlayerView view;
     // 0.5 apart, then 1 apart, then 0.5 again: a gap from pixel 27 to pixel 45.

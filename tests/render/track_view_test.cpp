@@ -5,8 +5,6 @@
 
 #include <array>
 
-using TrackView = RaceView;
-
 namespace {
 
 constexpr SDL_Color ROAD = {60, 60, 64, 255};
@@ -37,7 +35,7 @@ PlayerView view_of(SDL_Rect viewport, SDL_Color body) {
 
 } // namespace
 
-TEST_F(TrackView, ChoosesTheCellSizeByTrackAndRenderer) {
+TEST(TrackView, ChoosesTheCellSizeByTrackAndRenderer) {
     Canvas const canvas(10, 10); // tells no texture limit: 4096 counts
     EXPECT_EQ(pixels_per_cell_for(road(100, 100), canvas.renderer()), 18);
     EXPECT_EQ(pixels_per_cell_for(road(300, 300), canvas.renderer()), 13);
@@ -46,14 +44,14 @@ TEST_F(TrackView, ChoosesTheCellSizeByTrackAndRenderer) {
     EXPECT_EQ(pixels_per_cell_for(road(5000, 400), canvas.renderer()), 1);
 }
 
-TEST_F(TrackView, LowestZoomShowsTheWholeTrack) {
+TEST(TrackView, LowestZoomShowsTheWholeTrack) {
     Track const track = road(120, 72); // 2160 x 1296 pixels
     EXPECT_EQ(zoom_min(track, 640), -8);
     EXPECT_EQ(zoom_min(track, 1280), -4);
     EXPECT_EQ(zoom_min(road(10, 10), 640), 0); // it fits as it is
 }
 
-TEST_F(TrackView, EachCellHasItsColour) {
+TEST(TrackView, EachCellHasItsColour) {
     PIXELS_PER_CELL = 1;
     Canvas const canvas(1, 2);
     constexpr std::array<SDL_Color, 8> COLORS{{ROAD,
@@ -70,7 +68,7 @@ TEST_F(TrackView, EachCellHasItsColour) {
     }
 }
 
-TEST_F(TrackView, CheckersTheGoalLine) {
+TEST(TrackView, CheckersTheGoalLine) {
     Track track = track_of({"...", ".!.", ".!!"});
     track.goal_x1 = track.goal_x2 = 1;
     track.goal_y1 = 5; // ends beyond the grid, and the wrong way round
@@ -89,7 +87,7 @@ TEST_F(TrackView, CheckersTheGoalLine) {
     EXPECT_EQ(canvas.count({14, 7, 1, 7}, CHECKER), 3);
 }
 
-TEST_F(TrackView, SmallTrackIsCentredBetweenBarsWhileTheOtherAxisScrolls) {
+TEST(TrackView, SmallTrackIsCentredBetweenBarsWhileTheOtherAxisScrolls) {
     PIXELS_PER_CELL = 10;
     std::vector<std::string> rows(20, "....");
     rows[12] = "gggg";
@@ -118,7 +116,7 @@ TEST_F(TrackView, SmallTrackIsCentredBetweenBarsWhileTheOtherAxisScrolls) {
     EXPECT_EQ(canvas.count({25, 0, 40, 60}, ROAD), 40 * 60);
 }
 
-TEST_F(TrackView, DrawsWhoIsInTheViewInOrder) {
+TEST(TrackView, DrawsWhoIsInTheViewInOrder) {
     PIXELS_PER_CELL = 10;
     Track const track = road(20, 10);
     Canvas canvas(200, 100);

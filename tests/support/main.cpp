@@ -1,12 +1,27 @@
-// The main of every test program: no window, no sound server, and records in a place of their own.
+// The main of every test program: no window, no sound server, records in a place of their own, and
+// the same globals before each test.
 
 #include "support/files.h"
+#include "support/globals.h"
 
 #include <SDL.h>
 #include <SDL_ttf.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <memory>
+
+namespace {
+
+class FreshGlobals : public testing::EmptyTestEventListener {
+    void OnTestStart(testing::TestInfo const&) override {
+        guard_ = std::make_unique<GlobalsGuard>();
+    }
+    void OnTestEnd(testing::TestInfo const&) override { guard_.reset(); }
+    std::unique_ptr<GlobalsGuard> guard_;
+};
+
+} // namespace
 
 int main(int argc, char** argv) {
     TempDir const preferences;
@@ -14,6 +29,8 @@ int main(int argc, char** argv) {
     setenv("SDL_VIDEODRIVER", "dummy", 1);
     setenv("SDL_AUDIODRIVER", "dummy", 1);
     testing::InitGoogleTest(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(
+        std::make_unique<FreshGlobals>().release());
     SDL_SetMainReady();
     TTF_Init();
     int const status = RUN_ALL_TESTS();

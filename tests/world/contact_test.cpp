@@ -87,11 +87,9 @@ TEST_F(Wall, StuckCarsSlideIntoTheOpen) {
 class Bump : public testing::Test {
 protected:
     Bump() { PIXELS_PER_CELL = 1; } // half a car is 13.2 cells long and 6.6 wide
-    ~Bump() override { PIXELS_PER_CELL = scale_before; }
 
     bool bump(CarState& a, CarState& b) { return arcade_car_bump(a, b, 0, 1, hall, audio); }
 
-    std::int32_t scale_before = PIXELS_PER_CELL;
     Track hall = make_hall(400, 200);
     Audio audio;
 };
