@@ -1,6 +1,8 @@
 #include "audio/audio.h"
 
 #include "audio/mp3.h"
+#include "platform/shipped_file.h"
+#include "platform/sound_drivers.h"
 
 #include <SDL.h>
 
@@ -47,11 +49,11 @@ void reset_sounds(Audio& audio) {
     }
 }
 
-// The driver that the player named, or the sound servers of a desktop in order of preference.
+// The driver that the player named, or what suits this platform.
 std::vector<char const*> wanted_drivers() {
     char const* const named = std::getenv("SDL_AUDIODRIVER");
     if (named != nullptr && *named != '\0') return {named};
-    return {"pulseaudio", "pipewire"};
+    return preferred_sound_drivers();
 }
 
 // The first driver of the list that comes up now, or null.
@@ -107,6 +109,7 @@ void Audio::close() {
 }
 
 bool Audio::load_music(char const* path) {
+    ShippedFile const song(path);
     std::vector<std::int16_t> decoded = decode_mp3_mono(path, sample_rate);
     bool const any = !decoded.empty();
     DeviceLock const lock(device);

@@ -2,6 +2,7 @@
 
 #include "audio/audio.h"
 #include "input/controls.h"
+#include "platform/present.h"
 #include "race/race_picture.h"
 #include "race/race_report.h"
 #include "race/race_rules.h"
@@ -182,5 +183,5 @@ void GameLoop::frame() {
     feed_engine_sounds(*this);
     update_gaps(notices, sim, picture.red, picture.blue, alpha, t2);
     draw_race(*this, picture);
-    SDL_RenderPresent(renderer);
+    present_frame(renderer);
 }

@@ -5,7 +5,7 @@
 #include "world/geometry.h"
 
 #include <algorithm>
-#include <bit>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -44,6 +44,12 @@ void note_step(HeadlessLog& log, Player const& player, RaceEvents const& events)
         length(Vec2{player.car.x, player.car.y} - Vec2{player.prev_car.x, player.prev_car.y});
     if (player.input.gas && moved < STUCK_STEP) log.stuck_seconds += 1.0 / STEPS_PER_SECOND;
     log.top_speed = std::max(log.top_speed, player.car.speed);
+}
+
+std::uint64_t bits_of(double value) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
 }
 
 std::uint64_t mix_in(std::uint64_t hash, std::uint64_t bits) {
@@ -96,7 +102,7 @@ std::uint64_t headless_hash(HeadlessRace const& race, std::uint64_t before) {
         CarState const& car = player->car;
         for (double const value :
              {car.x, car.y, car.speed, car.heading, car.travel_dir, car.throttle}) {
-            hash = mix_in(hash, std::bit_cast<std::uint64_t>(value));
+            hash = mix_in(hash, bits_of(value));
         }
         hash = mix_in(hash, car.skidding ? 1 : 0);
     }

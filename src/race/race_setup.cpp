@@ -1,6 +1,7 @@
 #include "audio/music_fade.h"
 #include "base/screen.h"
 #include "input/input_conf.h"
+#include "platform/shipped_file.h"
 #include "race/game_loop.h"
 #include "records/best_laps.h"
 #include "records/ghost_sprite.h"
@@ -203,7 +204,8 @@ void GameLoop::go_to_menu() {
 
 bool GameLoop::load_into(std::string const& path) {
     Track loaded;
-    if (!load_track(path, loaded)) return false;
+    ShippedFile const grid(path);
+    if (!grid.at_hand() || !load_track(path, loaded)) return false;
     std::swap(track, loaded); // `loaded` keeps the old track until the new one can be shown
     set_scale_for(*this, track);
 
@@ -227,8 +229,9 @@ void GameLoop::load_picture_of_track() {
     picture_waits = false;
     image_tex.reset(); // before the next is loaded: either may fill 90 MB
     if (!track_path.empty()) {
-        std::string const picture = picture_of_track(track_path);
-        image_tex = load_texture(renderer, picture.c_str(), &image_w, &image_h);
+        std::string const path = picture_of_track(track_path);
+        ShippedFile const picture(path);
+        if (picture.at_hand()) image_tex = load_texture(renderer, path.c_str(), &image_w, &image_h);
     }
     if (image_tex) SDL_SetTextureScaleMode(image_tex.get(), SDL_ScaleModeLinear);
     show_image = image_tex != nullptr;

@@ -1,5 +1,6 @@
 #include "records/best_laps.h"
 
+#include "platform/files.h"
 #include "records/file_handle.h"
 #include "records/printed.h"
 #include "records/replace_file.h"
@@ -50,7 +51,7 @@ void scan_entry(char const* line, std::string const& section, BestLapTable& tabl
 
 TableRead read_table(BestLapTable& table) {
     table.clear();
-    FileHandle const file(std::fopen(pref_path(TABLE_FILE).c_str(), "r"));
+    FileHandle const file(open_file(pref_path(TABLE_FILE), "r"));
     if (!file) return errno == ENOENT ? TableRead::missing : TableRead::unopenable;
 
     std::string section;

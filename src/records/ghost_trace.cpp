@@ -1,5 +1,6 @@
 #include "records/ghost_trace.h"
 
+#include "platform/files.h"
 #include "records/file_handle.h"
 #include "records/replace_file.h"
 #include "world/geometry.h"
@@ -33,9 +34,10 @@ struct TraceFile {
 TraceFile open_trace(std::string const& path) {
     std::array<std::uint32_t, 2> head{};
     std::error_code error;
-    std::uintmax_t const length = std::filesystem::file_size(path, error); // plain files only
+    std::uintmax_t const length =
+        std::filesystem::file_size(to_path(path), error); // plain files only
     if (error || length < sizeof head) return {};
-    FileHandle file(std::fopen(path.c_str(), "rb"));
+    FileHandle file(open_file(path, "rb"));
     if (!file || std::fread(head.data(), sizeof head, 1, file.get()) != 1) return {};
     return {std::move(file), head[0], head[1], (length - sizeof head) / sizeof(CarState)};
 }

@@ -1,6 +1,7 @@
 #include "records/ghost_tuning_screen.h"
 
 #include "base/car_size.h"
+#include "platform/present.h"
 #include "records/ghost_sprite.h"
 #include "render/car_sprite.h"
 #include "render/image.h"
@@ -155,7 +156,7 @@ void draw_frame(TuningScreen const& screen, SDL_Point size) {
     SDL_RenderClear(screen.renderer);
     draw_art(screen, screen.arts[0], size, 0);
     draw_art(screen, screen.arts[1], size, 1);
-    SDL_RenderPresent(screen.renderer);
+    present_frame(screen.renderer);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "records/highscore_report.h"
 
 #include "base/sdl_handles.h"
+#include "platform/files.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
 #include "records/mem_buffer.h"
@@ -65,7 +66,7 @@ std::array<TrackFiles, 10> TrackFiles::discover_tracks() {
         std::error_code ignored;
         std::string const picture = picture_of_track(tracks[slot]);
         slots[slot].trk = tracks[slot];
-        if (fs::is_regular_file(picture, ignored)) slots[slot].png = picture;
+        if (fs::is_regular_file(to_path(picture), ignored)) slots[slot].png = picture;
     }
     return slots;
 }
@@ -84,7 +85,7 @@ struct GridSize {
 
 // The first two numbers of a track file; 0 if they make no grid.
 GridSize read_grid_size(std::string const& trk) {
-    std::ifstream file(trk);
+    std::ifstream file(to_path(trk));
     GridSize grid;
     if (!(file >> grid.width >> grid.height) || grid.width < 1 || grid.height < 1) return {};
     return grid;

@@ -1,5 +1,6 @@
 #include "records/pdf.h"
 
+#include "platform/files.h"
 #include "records/file_handle.h"
 #include "records/printed.h"
 
@@ -93,7 +94,7 @@ void Pdf::fill_tree() {
 }
 
 bool Pdf::write(std::string const& path) {
-    FileHandle const handle(std::fopen(path.c_str(), "wb"));
+    FileHandle const handle(open_file(path, "wb"));
     if (!handle) return false;
     fill_tree();
     CountingFile file(handle.get());

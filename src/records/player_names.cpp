@@ -1,5 +1,7 @@
 #include "records/player_names.h"
 
+#include "platform/files.h"
+#include "platform/keep_records.h"
 #include "records/best_laps.h"
 #include "records/file_handle.h"
 
@@ -24,7 +26,7 @@ bool read_name(std::FILE* file, std::string& name) {
 
 std::array<std::string, 2> load_player_names() {
     std::array<std::string, 2> defaults{"Pixie", "Gadget"};
-    FileHandle const file(std::fopen(pref_path(NAMES_FILE).c_str(), "r"));
+    FileHandle const file(open_file(pref_path(NAMES_FILE), "r"));
     if (!file) return defaults;
     std::array<std::string, 2> names;
     bool const both = read_name(file.get(), names[0]) && read_name(file.get(), names[1]);
@@ -32,6 +34,8 @@ std::array<std::string, 2> load_player_names() {
 }
 
 void save_player_names(std::string const& red, std::string const& blue) {
-    FileHandle const file(std::fopen(pref_path(NAMES_FILE).c_str(), "w"));
+    FileHandle file(open_file(pref_path(NAMES_FILE), "w"));
     if (file) std::fprintf(file.get(), "%s\n%s\n", red.c_str(), blue.c_str());
+    file.reset();
+    keep_records();
 }

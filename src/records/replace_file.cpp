@@ -1,12 +1,13 @@
 #include "records/replace_file.h"
 
+#include "platform/files.h"
+#include "platform/keep_records.h"
 #include "records/file_handle.h"
 
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -15,15 +16,15 @@ namespace {
 
 std::string resolve_link(std::string const& path) {
     std::error_code error;
-    if (!fs::is_symlink(path, error)) return path;
-    fs::path const named = fs::canonical(path, error);
+    if (!fs::is_symlink(to_path(path), error)) return path;
+    fs::path const named = fs::canonical(to_path(path), error);
     return error ? path : named.string();
 }
 
 // A plain file that could be written in place, or nothing yet.
 bool may_replace(std::string const& path, fs::file_status const& status) {
     if (status.type() == fs::file_type::not_found) return true;
-    return fs::is_regular_file(status) && FileHandle(std::fopen(path.c_str(), "r+b")) != nullptr;
+    return fs::is_regular_file(status) && FileHandle(open_file(path, "r+b")) != nullptr;
 }
 
 // A name that no other running game uses either; opening it exclusively makes sure of it.
@@ -43,13 +44,10 @@ bool write_and_close(std::FILE* file, std::initializer_list<std::string_view> pi
 // Changes places with the old file, then removes that. A rename over the old file is as atomic, but
 // some file systems (ext4) write the new one out to the disk on the spot then, 10 ms for a ghost.
 bool put_in_place(std::string const& fresh, std::string const& target) {
-#ifdef RENAME_EXCHANGE
-    if (renameat2(AT_FDCWD, fresh.c_str(), AT_FDCWD, target.c_str(), RENAME_EXCHANGE) == 0) {
-        std::remove(fresh.c_str());
-        return true;
-    }
-#endif
-    return std::rename(fresh.c_str(), target.c_str()) == 0;
+    if (!exchange_names(fresh, target)) return take_name(fresh, target);
+    std::error_code ignored;
+    fs::remove(to_path(fresh), ignored);
+    return true;
 }
 
 } // namespace
@@ -57,17 +55,20 @@ bool put_in_place(std::string const& fresh, std::string const& target) {
 bool replace_file(std::string const& path, std::initializer_list<std::string_view> pieces) {
     std::error_code ignored;
     std::string const target = resolve_link(path);
-    fs::file_status const status = fs::status(target, ignored);
+    fs::file_status const status = fs::status(to_path(target), ignored);
     if (!may_replace(target, status)) return false;
 
     std::string const fresh = neighbour(target);
-    std::FILE* file = std::fopen(fresh.c_str(), "wbx");
+    std::FILE* file = create_file(fresh);
     if (file == nullptr) return false;
     if (write_and_close(file, pieces)) {
-        if (fs::exists(status)) fs::permissions(fresh, status.permissions(), ignored);
-        if (put_in_place(fresh, target)) return true;
+        if (fs::exists(status)) fs::permissions(to_path(fresh), status.permissions(), ignored);
+        if (put_in_place(fresh, target)) {
+            keep_records();
+            return true;
+        }
     }
-    std::remove(fresh.c_str());
+    fs::remove(to_path(fresh), ignored);
     return false;
 }
 

@@ -1,5 +1,6 @@
 #include "render/overlays.h"
 
+#include "platform/present.h"
 #include "render/colors.h"
 #include "render/hud.h"
 #include "render/text.h"
@@ -170,5 +171,5 @@ void render_intro(SDL_Renderer* renderer, SDL_Texture* picture, int picture_w, i
         SDL_Point const at = {(width - size.w) / 2, height - size.h - 28};
         draw_shadowed(renderer, fonts, {fonts.intro, text, at, 2, {255, 230, 80, 255}, 255, 255});
     }
-    SDL_RenderPresent(renderer);
+    present_frame(renderer);
 }

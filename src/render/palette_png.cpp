@@ -1,5 +1,6 @@
 #include "render/palette_png.h"
 
+#include "platform/files.h"
 #include "render/image.h"
 
 #include <algorithm>
@@ -55,7 +56,7 @@ void PalettePng::DecoderDelete::operator()(Decoder* decoder) const {
 
 PalettePng::PalettePng(char const* path) {
     std::unique_ptr<Decoder, DecoderDelete> decoder(new Decoder);
-    decoder->file = std::fopen(path, "rb");
+    decoder->file = open_file(path, "rb");
     if (decoder->file == nullptr) return;
     decoder->png =
         png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, leave_silently, ignore_warning);

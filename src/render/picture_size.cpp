@@ -1,5 +1,7 @@
 #include "render/picture_size.h"
 
+#include "platform/files.h"
+
 #include <array>
 #include <cstdint>
 #include <cstdlib>
@@ -74,7 +76,7 @@ SDL_Point jpeg_size(std::istream& file) {
 } // namespace
 
 SDL_Point picture_size(char const* path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(to_path(path), std::ios::binary);
     Head head{};
     if (!file.read(head.data(), head.size())) return {};
     std::string_view const text(head.data(), head.size());

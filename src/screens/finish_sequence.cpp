@@ -2,6 +2,7 @@
 
 #include "audio/music_fade.h"
 #include "audio/sound_slots.h"
+#include "platform/present.h"
 
 #include <algorithm>
 
@@ -60,7 +61,7 @@ Leave drain_events() {
 void show_black(SDL_Renderer* renderer) {
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
     SDL_RenderClear(renderer);
-    SDL_RenderPresent(renderer);
+    present_frame(renderer);
 }
 
 } // namespace

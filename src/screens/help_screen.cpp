@@ -1,5 +1,6 @@
 #include "screens/help_screen.h"
 
+#include "platform/present.h"
 #include "screens/help_page.h"
 #include "screens/night_sky.h"
 
@@ -55,6 +56,6 @@ void render_help_screen(SDL_Renderer* renderer, int W, int H, KeyboardTex& page,
     }
     if (page.tex) SDL_RenderCopy(renderer, page.tex.get(), nullptr, nullptr);
     draw_fade(renderer, alpha);
-    SDL_RenderPresent(renderer);
+    present_frame(renderer);
     SDL_RenderSetLogicalSize(renderer, W, H);
 }

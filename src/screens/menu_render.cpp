@@ -1,5 +1,6 @@
 #include "screens/menu_render.h"
 
+#include "platform/present.h"
 #include "screens/menu_drawing.h"
 #include "screens/night_sky.h"
 
@@ -216,5 +217,5 @@ void render_menu(SDL_Renderer* renderer, TextureHandle const& header, int img_w,
         draw_help_button(frame, help_label, help_ring, help_hover);
     draw_cursor(frame, cursor);
     draw_fade(frame, fade);
-    SDL_RenderPresent(renderer);
+    present_frame(renderer);
 }

@@ -1,5 +1,6 @@
 #include "screens/track_thumb.h"
 
+#include "platform/files.h"
 #include "render/colors.h"
 #include "render/image.h"
 #include "world/track_file.h"
@@ -30,7 +31,7 @@ bool at_least_as_new(fs::path const& file, fs::path const& source) {
 // The cached picture, or null if it is stale, broken or made for another display.
 SurfaceHandle load_cached(fs::path const& cache, fs::path const& source, int height) {
     if (!at_least_as_new(cache, source)) return nullptr;
-    SurfaceHandle picture = load_picture(cache.c_str());
+    SurfaceHandle picture = load_picture(cache.string().c_str());
     if (picture && picture->h != height) picture.reset();
     return picture;
 }
@@ -48,7 +49,7 @@ SurfaceHandle load_source(std::string const& path, int height) {
 void save_to_cache(SDL_Surface* picture, fs::path const& cache) {
     std::error_code ignored;
     fs::create_directories(cache.parent_path(), ignored);
-    IMG_SavePNG(picture, cache.c_str());
+    IMG_SavePNG(picture, cache.string().c_str());
 }
 
 int logical_size(int pixels, double scale) {
@@ -77,8 +78,8 @@ bool load_track_thumb(SDL_Renderer* renderer, std::string const& path, int heigh
     out.reset();
     *w = *h = 0;
     int const wanted = std::max(1, height);
-    fs::path const cache = fs::path(CACHE_FOLDER) / fs::path(path).filename();
-    SurfaceHandle picture = load_cached(cache, path, wanted);
+    fs::path const cache = fs::path(CACHE_FOLDER) / to_path(path).filename();
+    SurfaceHandle picture = load_cached(cache, to_path(path), wanted);
     if (!picture) {
         picture = load_source(path, wanted);
         if (!picture) return false;
@@ -102,7 +103,7 @@ bool build_track_thumb(ThumbMaker const& maker, int slot, std::string const& pat
     auto const label = [&maker](char const* text) {
         return make_label(maker.renderer, maker.menu_scale, maker.small_font, text, WHITE);
     };
-    std::string name = fs::path(path).stem().string();
+    std::string name = to_path(path).stem().string();
     if (name.size() > 2) name.erase(0, 2); // the slot's digit and its "_"
     thumb.name = label(name.c_str());
     if (maker.best == nullptr) return loaded;

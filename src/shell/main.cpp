@@ -6,6 +6,7 @@
 #include "base/fonts.h"
 #include "base/screen.h"
 #include "input/gamepad_monitor.h"
+#include "platform/console.h"
 #include "race/game_loop.h"
 #include "records/ghost_trace.h"
 #include "records/ghost_tuning_screen.h"
@@ -184,6 +185,7 @@ void run_game(Options const& options, Screen const& screen, Audio& audio, Fonts 
 } // namespace
 
 int main(int argc, char** argv) {
+    join_console();
     Options const options = parse_cmdline(argc, argv);
     if (std::optional<int> const status = run_console_modes(options)) return *status;
     bool const has_data = enter_game_folder();

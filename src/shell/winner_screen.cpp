@@ -1,6 +1,7 @@
 #include "shell/winner_screen.h"
 
 #include "base/screen.h"
+#include "platform/present.h"
 #include "render/overlays.h"
 
 namespace {
@@ -23,6 +24,6 @@ void run_winner_screen(SDL_Renderer* renderer, Fonts const& fonts) {
         SDL_RenderClear(renderer);
         render_winner_overlay(renderer, {0, 0, HALF_SCREEN_W, SCREEN_H}, fonts, 255);
         render_divider(renderer, SCREEN_W, SCREEN_H);
-        SDL_RenderPresent(renderer);
+        present_frame(renderer);
     }
 }

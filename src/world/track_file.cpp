@@ -1,5 +1,6 @@
 #include "world/track_file.h"
 
+#include "platform/files.h"
 #include "world/geometry.h"
 
 #include <algorithm>
@@ -108,7 +109,7 @@ bool find_markers(Track& track) {
 } // namespace
 
 bool load_track(std::string const& path, Track& track) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(to_path(path), std::ios::binary);
     Track scratch;
     if (!file || !read_head(file, scratch) || !read_rows(file, scratch)) return false;
     if (!find_markers(scratch)) {
@@ -123,7 +124,7 @@ bool load_track(std::string const& path, Track& track) {
 }
 
 std::string picture_of_track(std::string const& path) {
-    return fs::path(path).replace_extension(".png").string();
+    return to_path(path).replace_extension(".png").string();
 }
 
 std::vector<TrackFile> find_track_files() {
@@ -149,7 +150,7 @@ std::array<std::string, 10> discover_tracks() {
 }
 
 std::string track_name_from_path(std::string const& path) {
-    std::string const stem = fs::path(path).stem().string();
+    std::string const stem = to_path(path).stem().string();
     std::size_t const digits = std::min(stem.find_first_not_of("0123456789"), stem.size());
     bool const numbered = digits > 0 && digits < stem.size() && stem[digits] == '_';
     return numbered ? stem.substr(digits + 1) : stem;

@@ -1,0 +1,29 @@
+#pragma once
+
+// What each system's files need done in its own way. Paths are strings of UTF-8 on all of them.
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+// The path as the standard library takes it. A std::string given to it directly would lose all but
+// plain letters on Windows.
+std::filesystem::path to_path(std::string const& path);
+
+// std::fopen.
+std::FILE* open_file(std::string const& path, char const* mode);
+
+// Makes a file and opens it for writing bytes; null if there is anything of that name already.
+std::FILE* create_file(std::string const& path);
+
+// Gives the file `from` the name `to` in one step. A file that had that name is gone then: whoever
+// looks finds the one or the other whole. False, and nothing has changed, if it fails.
+bool take_name(std::string const& from, std::string const& to);
+
+// Exchanges the files behind two names in one step. False, and nothing has changed, if it fails or
+// the file system cannot.
+bool exchange_names(std::string const& one, std::string const& other);
+
+// Waits until what the file holds, or which names the folder holds, has reached the disk: seconds
+// at worst. False if the system cannot say so.
+bool flush_to_disk(std::string const& path);

@@ -1,0 +1,36 @@
+#include "platform/files.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+std::filesystem::path to_path(std::string const& path) {
+    return path;
+}
+
+std::FILE* open_file(std::string const& path, char const* mode) {
+    return std::fopen(path.c_str(), mode);
+}
+
+std::FILE* create_file(std::string const& path) {
+    return std::fopen(path.c_str(), "wbx");
+}
+
+bool take_name(std::string const& from, std::string const& to) {
+    return std::rename(from.c_str(), to.c_str()) == 0;
+}
+
+bool exchange_names([[maybe_unused]] std::string const& one,
+                    [[maybe_unused]] std::string const& other) {
+#ifdef RENAME_EXCHANGE
+    return renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE) == 0;
+#else
+    return false;
+#endif
+}
+
+bool flush_to_disk(std::string const& path) {
+    int const file = open(path.c_str(), O_RDONLY | O_CLOEXEC); // NOLINT: as the system has it
+    if (file < 0) return false;
+    bool const flushed = fsync(file) == 0;
+    return close(file) == 0 && flushed;
+}
