@@ -3,7 +3,11 @@
 #include "input/input_conf.h"
 #include "input_file.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <set>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -11,6 +15,23 @@ void require_usable(GamepadConfig const& config) {
     require(config.turn_axis >= -1 && config.turn_hat >= -1);
     require(config.accel_button >= -1 && config.brake_button >= -1);
     require(config.turn_axis < 0 || config.turn_hat < 0); // one of them steers
+}
+
+// Every control has a key, and no key has two controls.
+void require_clear(KeyBindings const& keys) {
+    std::set<std::pair<std::size_t, std::size_t>> holders;
+    for (int code = 1; code < SDL_NUM_SCANCODES; ++code) {
+        holders.clear();
+        for (std::size_t player = 0; player < keys.size(); ++player) {
+            for (std::size_t control = 0; control < keys[player].size(); ++control) {
+                auto const& held = keys[player][control];
+                require(!held.empty());
+                if (std::find(held.begin(), held.end(), code) != held.end())
+                    holders.insert({player, control});
+            }
+        }
+        require(holders.size() <= 1);
+    }
 }
 
 } // namespace
@@ -23,5 +44,6 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     require(load_input_conf(path, red, blue));
     require_usable(red);
     require_usable(blue);
+    require_clear(load_own_keys(path));
     return 0;
 }

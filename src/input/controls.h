@@ -3,6 +3,7 @@
 // From keys to a car's controls, once a displayed frame.
 
 #include "base/player.h"
+#include "input/key_bindings.h"
 
 #include <SDL.h>
 
@@ -13,6 +14,9 @@ void update_input(Player& player, unsigned char const* keys, bool const* pressed
                   SDL_Scancode brake2, SDL_Scancode left2, SDL_Scancode right2, SDL_Scancode gas3,
                   SDL_Scancode brake3);
 
-// update_input with each player's own key set.
+// The same with a player's keys in force.
+void update_input(Player& player, unsigned char const* keys, bool const* pressed,
+                  PlayerKeys const& bound);
+// With each player's built-in keys.
 void update_red_input(Player& red, unsigned char const* keys, bool const* pressed);
 void update_blue_input(Player& blue, unsigned char const* keys, bool const* pressed);

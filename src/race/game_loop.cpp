@@ -50,11 +50,15 @@ void read_controls(GameLoop& g) {
         blue.input = {};
         return;
     }
-    update_red_input(red, keys, g.pressed_keys.data());
-    update_blue_input(blue, keys, g.pressed_keys.data());
+    update_input(red, keys, g.pressed_keys.data(), g.keys[0]);
+    update_input(blue, keys, g.pressed_keys.data(), g.keys[1]);
     for (Gamepad& pad : g.gamepads) pad.poll();
     apply_gamepad(g.gamepads[0], red.input, red.swap_when_reversing, red.car.throttle < 0.0);
     apply_gamepad(g.gamepads[1], blue.input, blue.swap_when_reversing, blue.car.throttle < 0.0);
+    for (Player* player : {&red, &blue}) {
+        g.pads.apply(player->id, player->input, player->swap_when_reversing,
+                     player->car.throttle < 0.0);
+    }
     if (g.ai_red) red.input = ai_drive(red, blue, g.track);
     if (g.ai_blue) blue.input = ai_drive(blue, red, g.track);
 }
@@ -65,8 +69,9 @@ void report(GameLoop& g, std::uint32_t now) {
                           .audio = g.audio,
                           .track_path = g.track_path,
                           .track_slot = g.track_slot,
-                          .arcade = g.arcade,
+                          .arcade = !is_recorded(g.switches()),
                           .trouble = {}};
+    note_hits(g.rumble, g.events, now);
     report_events(context, g.events);
     note_events(g.notices, g.sim, g.events, now);
     g.events.clear();
@@ -86,7 +91,8 @@ void run_steps(GameLoop& g, std::uint32_t now) {
                      .events = g.events,
                      .now = std::max(now, 1U),
                      .arcade = g.arcade,
-                     .ticks_per_step = ticks_per_step()};
+                     .ticks_per_step = ticks_per_step(),
+                     .recorded = is_recorded(g.switches())};
     g.acc_ms = std::min(g.acc_ms, MAX_FRAME_MS);
     while (g.acc_ms >= STEP_MS) {
         g.acc_ms -= STEP_MS;
@@ -182,6 +188,7 @@ void GameLoop::frame() {
     finish_seq_update(sim.finish_seq, audio, t2);
     feed_engine_sounds(*this);
     update_gaps(notices, sim, picture.red, picture.blue, alpha, t2);
+    feel_race(rumble, sim, pads, {ai_red, ai_blue}, t2);
     draw_race(*this, picture);
     present_frame(renderer);
 }

@@ -4,10 +4,14 @@
 // interpolated between the last two of them.
 
 #include "base/fonts.h"
+#include "base/race_switches.h"
 #include "base/sdl_handles.h"
 #include "input/gamepad.h"
+#include "input/key_bindings.h"
+#include "input/pads.h"
 #include "race/race_events.h"
 #include "race/race_notices.h"
+#include "race/race_rumble.h"
 #include "race/simulation.h"
 #include "world/track.h"
 
@@ -53,8 +57,11 @@ public:
     // Puts the race back to its start in the mode it is in, countdown included. `clear` forgets
     // the best laps in memory.
     void restart_race(bool clear, bool keep_music);
+    // That, by a player's wish: best laps stay, and so does the music but for game over's.
+    void restart_from_key();
     // Ends the race for both players and starts the high-score music.
     void enter_game_over(std::uint32_t now);
+    [[nodiscard]] RaceSwitches switches() const { return {arcade, ai_red, ai_blue}; }
     void apply_music();
     // Until the next race's own cue: GO, or the practice's start.
     void silence_race_music();
@@ -83,7 +90,7 @@ public:
     std::string track_path;
     int track_slot = 0; // 1..9, 0 for none: records are only kept for a slot
     std::array<std::string, 10> track_files;
-    bool arcade;
+    bool arcade; // these three: first by the command line, then by the menu's switches
     bool ai_red;
     bool ai_blue;
     bool ghost_visible = false;
@@ -112,7 +119,11 @@ public:
     std::string toast_text;
     std::uint32_t toast_until = 0;
     double phys_scale;
-    std::array<Gamepad, 2> gamepads;
+    KeyBindings keys = builtin_keys();
+    std::array<Gamepad, 2> gamepads; // as input.conf names them
+    Pads pads;                       // those that need no setup, where it names none
+    RaceRumble rumble;
+    bool rematch_focused = false; // by a pad at game over, else the way to the menu
     std::array<bool, 512> pressed_keys{};
     RaceEvents events; // of the rules just run, until they are reported
     RaceNotices notices;

@@ -2,6 +2,7 @@
 #include "base/screen.h"
 #include "base/texts.h"
 #include "race/game_loop.h"
+#include "race/game_over_choice.h"
 #include "records/printed.h"
 #include "render/track_view.h"
 #include "render/view_settings.h"
@@ -41,13 +42,6 @@ void press_escape(GameLoop& g) {
     } else {
         g.enter_game_over(SDL_GetTicks());
     }
-}
-
-void press_backspace(GameLoop& g) {
-    g.restart_race(false, !g.sim.game_over);
-    g.reset_players();
-    g.show_toast(texts::RESTART);
-    say("race restarted\n");
 }
 
 void toggle_ghost(GameLoop& g) {
@@ -253,7 +247,7 @@ void press_race_key(GameLoop& g, SDL_Scancode key, std::uint16_t modifiers) {
     case SDL_SCANCODE_ESCAPE:
         return press_escape(g);
     case SDL_SCANCODE_BACKSPACE:
-        return press_backspace(g);
+        return g.restart_from_key();
     case SDL_SCANCODE_G:
         return press_ghost_key(g, modifiers);
     case SDL_SCANCODE_K:
@@ -293,18 +287,41 @@ void press_game_over_key(GameLoop& g, SDL_Scancode key) {
     if (to_menu) {
         g.go_to_menu();
     } else {
-        press_backspace(g);
+        g.restart_from_key();
+    }
+}
+
+// A pad drives by what it holds; these are its few buttons that are keys of the race.
+void press_pad(GameLoop& g, PadPress const& press) {
+    if (g.sim.game_over) {
+        press_pad_at_game_over(g, press.button);
+    } else if (press.button == PadButton::Start) {
+        press_escape(g);
+    } else if (press.button == PadButton::Y) {
+        g.restart_from_key();
+    } else if (press.button == PadButton::Back) {
+        g.pads.swap_sides(press.pad, false);
     }
 }
 
 } // namespace
 
+void GameLoop::restart_from_key() {
+    restart_race(false, !sim.game_over);
+    reset_players();
+    show_toast(texts::RESTART);
+    say("race restarted\n");
+}
+
 void GameLoop::poll_events() {
     pressed_keys.fill(false);
+    pads.forget_taps();
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) {
         if (event.type == SDL_QUIT) running = false;
         if (event.type == SDL_JOYDEVICEREMOVED) tell_lost_pad(*this, event.jdevice.which);
+        if (auto const press = pads.handle(event, SDL_GetTicks())) press_pad(*this, *press);
+        if (std::string const news = pads.take_news(); !news.empty()) show_toast(news.c_str());
         // Key repeats count: a held key acts again, as it does everywhere else on the desktop.
         if (event.type != SDL_KEYDOWN) continue;
         SDL_Scancode const key = event.key.keysym.scancode;

@@ -3,6 +3,7 @@
 #include "base/screen.h"
 #include "race/clocks.h"
 #include "race/game_loop.h"
+#include "race/game_over_choice.h"
 #include "race/race_notices.h"
 #include "records/ghost_trace.h"
 #include "render/hud.h"
@@ -122,6 +123,7 @@ void draw_race(GameLoop& g, RacePicture const& picture) {
     if (g.sim.game_over) {
         render_game_over(g.renderer, SCREEN_W, SCREEN_H, g.fonts, game_over_fade);
     }
+    draw_game_over_choice(g, picture.input_tick);
     draw_fade_in(g, picture.input_tick);
     draw_messages(g, picture.input_tick);
     draw_notices(g, picture, game_over_fade);

@@ -42,9 +42,15 @@ struct MenuChoice {
 };
 
 bool run_menu(GameLoop& g, MenuChoice& choice, bool load_music, bool open_help) {
-    return run_menu_screen(g.window, g.renderer, g.audio, g.fullscreen, load_music, &choice.mode,
-                           &choice.laps, &choice.track, &choice.started, &g.sim.p1.name,
-                           &g.sim.p2.name, open_help);
+    RaceSwitches switches = g.switches();
+    bool const started = run_menu_screen(g.window, g.renderer, g.audio, g.fullscreen, load_music,
+                                         &choice.mode, &choice.laps, &choice.track, &choice.started,
+                                         &g.sim.p1.name, &g.sim.p2.name, open_help,
+                                         {.pads = &g.pads, .switches = &switches, .keys = &g.keys});
+    g.arcade = switches.bumps;
+    g.ai_red = switches.computer_red;
+    g.ai_blue = switches.computer_blue;
+    return started;
 }
 
 void apply_choice(GameLoop& g, MenuChoice const& choice) {
@@ -113,7 +119,10 @@ void load_cars(GameLoop& g) {
 void open_gamepads(GameLoop& g) {
     GamepadConfig red;
     GamepadConfig blue;
-    if (!load_input_conf("input.conf", red, blue)) return;
+    g.keys = load_own_keys("input.conf");
+    bool const has_file = load_input_conf("input.conf", red, blue);
+    if (red.device.empty() && blue.device.empty()) g.pads.start();
+    if (!has_file) return;
     open_gamepad(g.gamepads[0], red);
     open_gamepad(g.gamepads[1], blue);
 }
@@ -134,8 +143,9 @@ void choose_mode(GameLoop& g) {
     if (menu_first) {
         g.running = run_menu(g, choice, true, g.opt_help_screen);
     } else {
-        g.running = run_intro_screen(g.window, g.renderer, g.audio, g.fonts, g.fullscreen) &&
-                    run_menu(g, choice, false, false);
+        g.running =
+            run_intro_screen(g.window, g.renderer, g.audio, g.fonts, g.fullscreen, &g.pads) &&
+            run_menu(g, choice, false, false);
     }
     g.fade_in_pending = choice.started;
     apply_choice(g, choice);
@@ -188,6 +198,7 @@ void GameLoop::initial_setup() {
 
 void GameLoop::go_to_menu() {
     audio.car_sound_active = false;
+    pads.silence();
     finish_seq_stop(sim.finish_seq, audio);
     MenuChoice choice;
     if (!run_menu(*this, choice, true, false)) {
@@ -322,6 +333,7 @@ void GameLoop::silence_race_music() {
 
 void GameLoop::enter_game_over(std::uint32_t now) {
     sim.beginGameOver(now);
+    rematch_focused = false;
     audio.load_music("music/HiScore - Meadow Run Arcade 2.mp3");
     audio.music_volume = 0.5F;
     sim.music_on = true;

@@ -34,7 +34,7 @@ Input latched_input(Player& player) {
 
 // Appends the car to the lap's recording, once for each of `frames` ticks.
 void record(RaceContext const& race, Player& player, int frames) {
-    if (race.sim.countdown.active || race.arcade) return;
+    if (race.sim.countdown.active || race.arcade || !race.recorded) return;
     for (int i = 0; i < frames; ++i) player.trace.push_back(player.car);
 }
 

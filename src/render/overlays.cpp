@@ -158,7 +158,7 @@ void render_game_over(SDL_Renderer* renderer, int width, int height, Fonts const
 }
 
 void render_intro(SDL_Renderer* renderer, SDL_Texture* picture, int picture_w, int picture_h,
-                  int width, int height, Fonts const& fonts, unsigned now) {
+                  int width, int height, Fonts const& fonts, unsigned now, char const* hint) {
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
     SDL_RenderClear(renderer);
     if (picture != nullptr && picture_w > 0 && picture_h > 0) {
@@ -170,6 +170,17 @@ void render_intro(SDL_Renderer* renderer, SDL_Texture* picture, int picture_w, i
         Size const size = size_of(fonts, fonts.intro, text);
         SDL_Point const at = {(width - size.w) / 2, height - size.h - 28};
         draw_shadowed(renderer, fonts, {fonts.intro, text, at, 2, {255, 230, 80, 255}, 255, 255});
+    }
+    if (hint != nullptr) {
+        Size const size = size_of(fonts, fonts.hud_small, hint);
+        draw_shadowed(renderer, fonts,
+                      {fonts.hud_small,
+                       hint,
+                       {(width - size.w) / 2, height - size.h - 8},
+                       1,
+                       {210, 225, 255, 255},
+                       255,
+                       255});
     }
     present_frame(renderer);
 }

@@ -25,6 +25,7 @@ void render_winner_overlay(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts c
 void render_game_over(SDL_Renderer* renderer, int width, int height, Fonts const& fonts,
                       float fade);
 // A whole frame of the intro, cleared and presented. `picture` of `picture_w` x `picture_h` pixels
-// may be null.
+// may be null, and so may `hint`, a small line at the foot.
 void render_intro(SDL_Renderer* renderer, SDL_Texture* picture, int picture_w, int picture_h,
-                  int width, int height, Fonts const& fonts, unsigned now);
+                  int width, int height, Fonts const& fonts, unsigned now,
+                  char const* hint = nullptr);

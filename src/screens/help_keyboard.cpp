@@ -1,11 +1,13 @@
 #include "screens/help_keyboard.h"
 
+#include "input/key_bindings.h"
 #include "screens/help_shapes.h"
 #include "screens/keyboard_layout.h"
 
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -20,6 +22,16 @@ constexpr int MEASURING_SIZE = 100;
 constexpr double LETTER_HEIGHT = 0.46;
 constexpr double CAP_MARGIN = 0.16;
 
+// The code point at byte `at`, which moves behind it.
+Uint32 code_point(std::string const& text, std::size_t& at) {
+    auto const byte = [&] { return static_cast<unsigned char>(text[at++]); };
+    Uint32 const lead = byte();
+    int const more = lead < 0x80U ? 0 : lead < 0xE0U ? 1 : lead < 0xF0U ? 2 : 3;
+    Uint32 point = more == 0 ? lead : lead & (0x3FU >> more);
+    for (int i = 0; i < more && at < text.size(); ++i) point = point << 6U | (byte() & 0x3FU);
+    return point;
+}
+
 // The key fonts of one drawing, opened as sizes are needed.
 class KeyFonts {
 public:
@@ -27,6 +39,16 @@ public:
         auto const [place, is_new] = fonts_.try_emplace(size);
         if (is_new) place->second = open_page_font({FONT_SEMIBOLD, FONT_MONO}, size);
         return place->second.get();
+    }
+
+    // Whether the font has all the signs of a text.
+    bool has(std::string const& text) {
+        TTF_Font* const font = at(MEASURING_SIZE);
+        for (std::size_t i = 0; font != nullptr && i < text.size();) {
+            Uint32 const point = code_point(text, i);
+            if (TTF_GlyphIsProvided32(font, point) == 0) return false;
+        }
+        return true;
     }
 
 private:
@@ -126,6 +148,18 @@ void draw_label(SDL_Renderer* renderer, KeyFonts& fonts, char const* label, int 
     draw_page_text(renderer, text, cap.x + (cap.w - text.w) / 2, cap.y + (cap.h - text.h) / 2);
 }
 
+// What this player's keyboard bears on a key. A US keyboard bears the labels; so does, for want of
+// better, a key whose sign the font lacks.
+std::string printed_label(KeyFonts& fonts, KbKey const& key) {
+    std::string_view const label = key.label;
+    bool const bears_a_sign =
+        label.size() == 1 && key.x < KEYPAD_X && !(label[0] >= '0' && label[0] <= '9');
+    if (!bears_a_sign) return key.label;
+    std::string const printed = printed_key(scancode_of(key));
+    if (printed == "`") return key.label; // beside its other sign
+    return fonts.has(printed) ? printed : key.label;
+}
+
 } // namespace
 
 void draw_keyboard(SDL_Renderer* renderer, SDL_Rect const& rect) {
@@ -142,8 +176,9 @@ void draw_keyboard(SDL_Renderer* renderer, SDL_Rect const& rect) {
         if (label.front() == '<') {
             draw_arrow(renderer, label, cap);
         } else {
-            draw_label(renderer, fonts, key.label, label_size(fonts, m, shared, key.label, cap),
-                       cap);
+            std::string const printed = printed_label(fonts, key);
+            draw_label(renderer, fonts, printed.c_str(),
+                       label_size(fonts, m, shared, printed.c_str(), cap), cap);
         }
     }
 }

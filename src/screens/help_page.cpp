@@ -2,6 +2,8 @@
 
 #include "screens/help_annotations.h"
 #include "screens/help_keyboard.h"
+#include "screens/help_more.h"
+#include "screens/help_own_keys.h"
 #include "screens/help_shapes.h"
 #include "screens/keyboard_layout.h"
 
@@ -51,7 +53,7 @@ Page measure(int ow, int oh) {
             std::max(1, share(0.0011, oh))};
 }
 
-void draw_annotations(SDL_Renderer* renderer, Page const& page) {
+void draw_annotations(SDL_Renderer* renderer, Page const& page, KeyBindings const& keys) {
     FontHandle const handle = open_page_font({FONT_ROUNDED, FONT_SEMIBOLD},
                                              std::max(LEAST_FONT_SIZE, share(0.022, page.oh)));
     TTF_Font* const font = handle.get();
@@ -66,9 +68,10 @@ void draw_annotations(SDL_Renderer* renderer, Page const& page) {
                          font, line_h, annos.data(), static_cast<int>(annos.size()));
     };
     int const mx = page.keyboard.x;
-    player_group(ANNOS_RED, true, mx + share(0.96, page.unit) + 4 * page.inset);
-    player_group(ANNOS_BLUE, false, mx + share(23.0, page.unit));
-    player_group(ANNOS_BLUE_ALT, false, mx + share(15.0, page.unit));
+    PlayerAnnos const players = player_annos(keys);
+    player_group(players[0], true, mx + share(0.96, page.unit) + 4 * page.inset);
+    player_group(players[1], false, mx + share(23.0, page.unit));
+    player_group(players[2], false, mx + share(15.0, page.unit));
     race_group(ANNOS_MAJOR);
     race_group(ANNOS_MINOR);
 }
@@ -102,10 +105,11 @@ void draw_player_label(SDL_Renderer* renderer, TTF_Font* font, int x, int y, cha
     copy({color.r, color.g, color.b, 255}, 0);
 }
 
-void draw_help_page(SDL_Renderer* renderer, int ow, int oh) {
+void draw_help_page(SDL_Renderer* renderer, int ow, int oh, HelpFacts const& facts) {
     Page const page = measure(ow, oh);
     draw_keyboard(renderer, page.keyboard);
-    draw_annotations(renderer, page);
+    draw_annotations(renderer, page, facts.keys);
     draw_player_labels(renderer, page);
     draw_driving_hint(renderer, ow, oh, page.keyboard.w);
+    draw_page_turn(renderer, ow, oh, 1);
 }

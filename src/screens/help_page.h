@@ -3,11 +3,13 @@
 // The help page: a keyboard with all its annotations, the players' names and a hint on how to
 // drive. It scales from the output's height and from one key unit, in real pixels.
 
+#include "screens/help_facts.h"
+
 #include <SDL.h>
 #include <SDL_ttf.h>
 
 // Draws the page of ow x oh pixels over what the render target holds.
-void draw_help_page(SDL_Renderer* renderer, int ow, int oh);
+void draw_help_page(SDL_Renderer* renderer, int ow, int oh, HelpFacts const& facts = {});
 
 // A name cut out of the page: face, shadow and a glint. `x` is the text's right edge if `right` is
 // not 0, else its centre; `y` its top.

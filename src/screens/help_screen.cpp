@@ -1,6 +1,7 @@
 #include "screens/help_screen.h"
 
 #include "platform/present.h"
+#include "screens/help_more.h"
 #include "screens/help_page.h"
 #include "screens/night_sky.h"
 
@@ -17,7 +18,7 @@ void draw_gradient(SDL_Renderer* renderer, int ow, int oh) {
 }
 
 // Empty if the texture cannot be made or drawn into.
-KeyboardTex draw_page(SDL_Renderer* renderer, int ow, int oh) {
+KeyboardTex draw_page(SDL_Renderer* renderer, int ow, int oh, int number, HelpFacts const& facts) {
     TextureHandle texture(
         SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGBA8888, SDL_TEXTUREACCESS_TARGET, ow, oh));
     if (!texture) return {};
@@ -27,9 +28,12 @@ KeyboardTex draw_page(SDL_Renderer* renderer, int ow, int oh) {
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);
     SDL_RenderClear(renderer);
-    draw_help_page(renderer, ow, oh);
+    if (number == 1)
+        draw_help_page(renderer, ow, oh, facts);
+    else
+        draw_help_more(renderer, ow, oh, facts);
     SDL_SetRenderTarget(renderer, before);
-    return {std::move(texture), ow, oh};
+    return {std::move(texture), ow, oh, number};
 }
 
 void draw_fade(SDL_Renderer* renderer, float alpha) {
@@ -42,7 +46,8 @@ void draw_fade(SDL_Renderer* renderer, float alpha) {
 
 } // namespace
 
-void render_help_screen(SDL_Renderer* renderer, int W, int H, KeyboardTex& page, float alpha) {
+void render_help_screen(SDL_Renderer* renderer, int W, int H, KeyboardTex& page, float alpha,
+                        HelpFacts const& facts) {
     int ow = 0;
     int oh = 0;
     SDL_GetRendererOutputSize(renderer, &ow, &oh);
@@ -51,8 +56,10 @@ void render_help_screen(SDL_Renderer* renderer, int W, int H, KeyboardTex& page,
     SDL_RenderClear(renderer);
     draw_gradient(renderer, ow, oh);
     if (!page.tex || page.w != ow || page.h != oh) {
+        int const number = page.number;
         page = {}; // never two pages at once
-        page = draw_page(renderer, ow, oh);
+        page = draw_page(renderer, ow, oh, number, facts);
+        page.number = number;
     }
     if (page.tex) SDL_RenderCopy(renderer, page.tex.get(), nullptr, nullptr);
     draw_fade(renderer, alpha);

@@ -2,6 +2,7 @@
 
 #include "audio/audio.h"
 #include "base/screen.h"
+#include "input/pads.h"
 #include "render/image.h"
 #include "render/overlays.h"
 #include "screens/fullscreen.h"
@@ -10,6 +11,8 @@
 #include <cstdio>
 
 namespace {
+
+constexpr char const* PAD_HINT = "A  start      B  leave the game      X  full screen";
 
 struct Intro {
     TextureHandle picture; // null if it did not load
@@ -49,10 +52,17 @@ void handle_event(Intro& intro, SDL_Event const& event, SDL_Window* window, bool
     if (event.type == SDL_KEYDOWN) handle_key(intro, event.key.keysym.scancode, window, fullscreen);
 }
 
+// B is Escape here and X is F11, as on the menu; any other button goes on.
+void handle_pad(Intro& intro, PadButton button, SDL_Window* window, bool& fullscreen) {
+    if (button == PadButton::B) answer(intro, false);
+    if (button == PadButton::A || button == PadButton::Start) answer(intro, true);
+    if (button == PadButton::X) toggle_fullscreen(window, fullscreen);
+}
+
 } // namespace
 
 bool run_intro_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, Fonts const& fonts,
-                      bool& fullscreen) {
+                      bool& fullscreen, Pads* pads) {
     Intro intro;
     measure_screen(renderer, intro);
     load_intro_picture(renderer, intro);
@@ -60,9 +70,15 @@ bool run_intro_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, 
     do {
         intro.going = true;
         SDL_Event event;
-        while (SDL_PollEvent(&event) != 0) handle_event(intro, event, window, fullscreen);
+        while (SDL_PollEvent(&event) != 0) {
+            handle_event(intro, event, window, fullscreen);
+            if (pads == nullptr) continue;
+            if (auto const press = pads->handle(event, SDL_GetTicks()))
+                handle_pad(intro, press->button, window, fullscreen);
+        }
         render_intro(renderer, intro.picture.get(), intro.picture_w, intro.picture_h, intro.w,
-                     intro.h, fonts, SDL_GetTicks());
+                     intro.h, fonts, SDL_GetTicks(),
+                     pads != nullptr && pads->in_use() ? PAD_HINT : nullptr);
     } while (intro.going);
     if (!intro.started) audio.music_playing = false;
     return intro.started;

@@ -1,5 +1,6 @@
 #include "screens/keyboard_layout.h"
 
+#include <string>
 #include <string_view>
 
 std::array<KbKey, 104> const KB_KEYS = {
@@ -170,6 +171,49 @@ KbKey const* find_key(Anno const& anno) {
     for (KbKey const& key : KB_KEYS) {
         if (key.label == label && key.x >= anno.x_min && key.x <= anno.x_max) return &key;
     }
+    return nullptr;
+}
+
+SDL_Scancode scancode_of(KbKey const& key) {
+    struct Word {
+        std::string_view label;
+        SDL_Scancode left; // or the only one
+        SDL_Scancode right = left;
+    };
+    constexpr std::array WORDS{
+        Word{"", SDL_SCANCODE_SPACE},
+        Word{"~", SDL_SCANCODE_GRAVE},
+        Word{"Esc", SDL_SCANCODE_ESCAPE},
+        Word{"PrtSc", SDL_SCANCODE_PRINTSCREEN},
+        Word{"ScrLk", SDL_SCANCODE_SCROLLLOCK},
+        Word{"Bksp", SDL_SCANCODE_BACKSPACE},
+        Word{"Ins", SDL_SCANCODE_INSERT},
+        Word{"Del", SDL_SCANCODE_DELETE},
+        Word{"PgUp", SDL_SCANCODE_PAGEUP},
+        Word{"PgDn", SDL_SCANCODE_PAGEDOWN},
+        Word{"Num", SDL_SCANCODE_NUMLOCKCLEAR},
+        Word{"Caps", SDL_SCANCODE_CAPSLOCK},
+        Word{"Enter", SDL_SCANCODE_RETURN},
+        Word{"Ent", SDL_SCANCODE_KP_ENTER},
+        Word{"Menu", SDL_SCANCODE_APPLICATION},
+        Word{"Shift", SDL_SCANCODE_LSHIFT, SDL_SCANCODE_RSHIFT},
+        Word{"Ctrl", SDL_SCANCODE_LCTRL, SDL_SCANCODE_RCTRL},
+        Word{"Alt", SDL_SCANCODE_LALT, SDL_SCANCODE_RALT},
+        Word{"Win", SDL_SCANCODE_LGUI, SDL_SCANCODE_RGUI},
+        Word{"<UP>", SDL_SCANCODE_UP},
+        Word{"<DOWN>", SDL_SCANCODE_DOWN},
+        Word{"<LEFT>", SDL_SCANCODE_LEFT},
+        Word{"<RIGHT>", SDL_SCANCODE_RIGHT},
+    };
+    for (Word const& word : WORDS)
+        if (word.label == key.label) return key.x < KEYPAD_X / 3 ? word.left : word.right;
+    std::string const pad = key.x >= KEYPAD_X ? "Keypad " : "";
+    return SDL_GetScancodeFromName((pad + key.label).c_str());
+}
+
+KbKey const* find_key(SDL_Scancode code) {
+    for (KbKey const& key : KB_KEYS)
+        if (scancode_of(key) == code) return &key;
     return nullptr;
 }
 

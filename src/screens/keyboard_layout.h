@@ -10,6 +10,7 @@
 // The whole keyboard.
 constexpr double KEYBOARD_W = 23.0;
 constexpr double KEYBOARD_H = 6.5;
+constexpr float KEYPAD_X = 19; // where the keypad begins
 
 struct KbKey {
     float x;
@@ -55,6 +56,11 @@ extern std::array<Anno, 9> const ANNOS_MINOR;
 
 // The key that an annotation points at; null if there is none.
 KbKey const* find_key(Anno const& anno);
+
+// Which key of the keyboard it is, wherever a layout puts its letters.
+SDL_Scancode scancode_of(KbKey const& key);
+// Null for a key that is not drawn.
+KbKey const* find_key(SDL_Scancode code);
 
 // The key's cell in pixels, for a keyboard that starts at the corner of `keyboard`.
 SDL_Rect key_cell(KbKey const& key, SDL_Rect const& keyboard, double unit);

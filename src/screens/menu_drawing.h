@@ -15,6 +15,8 @@
 
 constexpr SDL_Color GOLD{255, 215, 80, 255};
 constexpr SDL_Color DIM{150, 165, 195, 255};
+constexpr SDL_Color RED_NAME{235, 95, 85, 255};
+constexpr SDL_Color BLUE_NAME{95, 160, 255, 255};
 
 // What all blocks of a frame share.
 struct MenuFrame {

@@ -1,62 +1,15 @@
 // Keys and mouse of the menu.
 
 #include "screens/fullscreen.h"
-#include "screens/menu_screen.h"
+#include "screens/menu_actions.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <optional>
+#include <string_view>
 
 namespace {
-
-bool launching(MenuScreen const& menu) {
-    return menu.launch.launch_at != 0;
-}
-
-void open_help(MenuScreen& menu, unsigned now) {
-    if (launching(menu)) return;
-    menu.screen_phase = ScreenPhase::TO_HELP;
-    menu.help_at = now;
-}
-
-void close_help(MenuScreen& menu, unsigned now) {
-    menu.screen_phase = ScreenPhase::FROM_HELP;
-    menu.help_at = now;
-}
-
-void launch_if_chosen(MenuScreen& menu, unsigned now) {
-    if (menu.tracks.selected_track != 0) start_launch(menu, now);
-}
-
-// Shows a change of the field; the caret is seen at once after it.
-void show_field(MenuScreen& menu, NameField& field, unsigned now) {
-    refresh_field(field, menu.mode_font.get(), menu.renderer);
-    menu.names.blink_at = now;
-}
-
-NameField& focused_field(MenuScreen& menu) {
-    return menu.names.fields[static_cast<std::size_t>(menu.names.focus)];
-}
-
-void focus_field(MenuScreen& menu, int index, unsigned now) {
-    menu.names.focus = index;
-    NameField& field = focused_field(menu);
-    field.cursor = static_cast<int>(field.text.size());
-    show_field(menu, field, now);
-    SDL_StartTextInput();
-}
-
-void drop_focus(MenuScreen& menu) {
-    if (menu.names.focus == -1) return;
-    menu.names.focus = -1;
-    SDL_StopTextInput();
-}
-
-void type_text(MenuScreen& menu, char const* text, unsigned now) {
-    if (menu.names.focus == -1) return;
-    NameField& field = focused_field(menu);
-    if (insert_text(field, text)) show_field(menu, field, now);
-}
 
 // A key while a name has the focus: what edits nothing here comes as text instead.
 void handle_name_key(MenuScreen& menu, SDL_Keysym const& key, unsigned now) {
@@ -93,6 +46,12 @@ bool is_help_key(SDL_Keysym const& key) {
     return key.scancode == SDL_SCANCODE_SLASH || key.sym == SDLK_SLASH || key.sym == SDLK_QUESTION;
 }
 
+std::optional<Switch> switch_of(SDL_Scancode key) {
+    auto const at = std::find(SWITCH_KEYS.begin(), SWITCH_KEYS.end(), key);
+    if (at == SWITCH_KEYS.end()) return std::nullopt;
+    return ALL_SWITCHES.at(static_cast<std::size_t>(at - SWITCH_KEYS.begin()));
+}
+
 void handle_menu_key(MenuScreen& menu, SDL_Keysym const& key, unsigned now) {
     SDL_Scancode const code = key.scancode;
     if (code >= SDL_SCANCODE_1 && code <= SDL_SCANCODE_9) {
@@ -100,9 +59,10 @@ void handle_menu_key(MenuScreen& menu, SDL_Keysym const& key, unsigned now) {
                    thumb_maker(menu), now);
         return;
     }
+    if (auto const which = switch_of(code)) return toggle_switch(menu, *which);
     switch (code) {
     case SDL_SCANCODE_P:
-        menu.mode.selected = MODE_PRACTICE;
+        choose_mode(menu, MODE_PRACTICE);
         break;
     case SDL_SCANCODE_R:
         choose_race(menu.mode);
@@ -157,7 +117,7 @@ void click_names(MenuScreen& menu, SDL_Rect const& view, unsigned now) {
 
 void click_modes(MenuScreen& menu, SDL_Rect const& view) {
     for (int row : {MODE_PRACTICE, MODE_RACE}) {
-        if (cursor_in(menu, mode_row_box(menu.mode, view, row))) menu.mode.selected = row;
+        if (cursor_in(menu, mode_row_box(menu.mode, view, row))) choose_mode(menu, row);
     }
 }
 
@@ -165,7 +125,14 @@ void click_laps(MenuScreen& menu, SDL_Rect const& view) {
     if (menu.mode.selected != MODE_RACE) return;
     for (std::size_t i = 0; i < LAP_COUNTS.size(); ++i) {
         if (cursor_in(menu, lap_option_box(menu.mode, view, i)))
-            menu.mode.lap_index = static_cast<int>(i);
+            choose_laps(menu, static_cast<int>(i));
+    }
+}
+
+void click_switches(MenuScreen& menu) {
+    for (Switch const which : ALL_SWITCHES) {
+        if (cursor_in(menu, switch_box(menu.switches, switch_places(menu), which)))
+            toggle_switch(menu, which);
     }
 }
 
@@ -182,6 +149,7 @@ void click_tracks(MenuScreen& menu, SDL_Rect const& view, unsigned now) {
 }
 
 void click(MenuScreen& menu, unsigned now) {
+    if (menu.letters.open) return drop_focus(menu); // what lies under them is not hit
     SDL_Rect const view = menu_view(menu.W, menu.H);
     if (!launching(menu) && cursor_in(menu, help_button_box(menu.help_label, view))) {
         open_help(menu, now);
@@ -190,9 +158,18 @@ void click(MenuScreen& menu, unsigned now) {
     click_names(menu, view, now);
     click_modes(menu, view);
     click_laps(menu, view);
+    click_switches(menu);
     click_tracks(menu, view, now);
     if (menu.start.tex && cursor_in(menu, start_button_box(menu.start, view)))
         launch_if_chosen(menu, now);
+}
+
+// Layouts have "?" on many keys, mostly with Shift, and only text tells which. Outside of the names
+// text is heard no longer than Shift is held, so that an input method gets no key of the menu.
+void hear_text_of_shift(MenuScreen const& menu, SDL_Scancode key, bool down) {
+    if (menu.names.focus != -1 || (key != SDL_SCANCODE_LSHIFT && key != SDL_SCANCODE_RSHIFT))
+        return;
+    SDL_EventState(SDL_TEXTINPUT, down ? SDL_ENABLE : SDL_DISABLE);
 }
 
 void handle_in_menu(MenuScreen& menu, SDL_Event const& event, unsigned now) {
@@ -204,9 +181,16 @@ void handle_in_menu(MenuScreen& menu, SDL_Event const& event, unsigned now) {
         click(menu, now);
         break;
     case SDL_TEXTINPUT:
-        type_text(menu, event.text.text, now);
+        if (menu.names.focus != -1)
+            type_text(menu, event.text.text, now);
+        else if (std::string_view(event.text.text) == "?")
+            open_help(menu, now);
+        break;
+    case SDL_KEYUP:
+        hear_text_of_shift(menu, event.key.keysym.scancode, false);
         break;
     case SDL_KEYDOWN:
+        hear_text_of_shift(menu, event.key.keysym.scancode, true);
         if (menu.names.focus != -1)
             handle_name_key(menu, event.key.keysym, now);
         else
@@ -224,17 +208,43 @@ bool closes_help(SDL_Scancode key) {
 
 void handle_in_help(MenuScreen& menu, SDL_Event const& event, unsigned now) {
     if (event.type == SDL_MOUSEBUTTONDOWN) close_help(menu, now);
+    if (event.type == SDL_MOUSEWHEEL) turn_help_page(menu, event.wheel.y < 0 ? 2 : 1);
     if (event.type != SDL_KEYDOWN) return;
     SDL_Scancode const key = event.key.keysym.scancode;
+    int const page = menu.help_page.number;
     if (key == SDL_SCANCODE_F11)
         toggle_fullscreen(menu.window, *menu.fullscreen);
+    else if (key == SDL_SCANCODE_RIGHT && page == 1)
+        turn_help_page(menu, 2);
+    else if (key == SDL_SCANCODE_LEFT && page == 2)
+        turn_help_page(menu, 1);
     else if (closes_help(key))
         close_help(menu, now);
+}
+
+// The help's second page names the pads.
+void tell_news(MenuScreen& menu, std::string const& news, unsigned now) {
+    show_note(menu, news.c_str(), now);
+    menu.help_page.tex.reset();
+}
+
+// The first direction or A of a pad only shows where on the menu it stands.
+void handle_pads(MenuScreen& menu, SDL_Event const& event, unsigned now) {
+    bool const could_see = menu.focus_shown;
+    std::optional<PadPress> const press = menu.pads->handle(event, now);
+    menu.focus_shown = menu.pads->in_use();
+    if (std::string const news = menu.pads->take_news(); !news.empty()) tell_news(menu, news, now);
+    if (press &&
+        (could_see || menu.screen_phase != ScreenPhase::MENU || press->button > PadButton::A))
+        handle_menu_pad(menu, *press, now);
 }
 
 } // namespace
 
 void handle_menu_event(MenuScreen& menu, SDL_Event const& event, unsigned now) {
+    if (menu.pads != nullptr) handle_pads(menu, event, now);
+    if (event.type == SDL_KEYMAPCHANGED)
+        menu.help_page.tex.reset(); // it shows the layout's letters
     if (event.type == SDL_QUIT)
         menu.running = false;
     else if (menu.screen_phase == ScreenPhase::MENU)

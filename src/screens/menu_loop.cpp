@@ -3,8 +3,9 @@
 #include "audio/music_fade.h"
 #include "audio/sound_slots.h"
 #include "records/player_names.h"
+#include "screens/menu_actions.h"
+#include "screens/menu_drawing.h"
 #include "screens/menu_render.h"
-#include "screens/menu_screen.h"
 
 #include <algorithm>
 
@@ -22,18 +23,46 @@ bool points_at_help(MenuScreen const& menu, unsigned now) {
                   menu.cursor.y);
 }
 
+// The switches, and what is there for a pad.
+void draw_more(MenuScreen& menu, SDL_Rect const& view, unsigned now) {
+    if (menu.header)
+        draw_switches(menu.renderer, menu.switches, switch_places(menu),
+                      menu.pads != nullptr && menu.pads->rumble_on);
+    draw_note(menu.renderer, menu.switches, menu.note, view, now);
+    if (menu.letters.open) {
+        SDL_Color const edge = menu.names.focus == 0 ? RED_NAME : BLUE_NAME;
+        return draw_letter_grid(menu.renderer, menu.letters, view, edge, now);
+    }
+    if (!menu.focus_shown || launching(menu)) return;
+    std::vector<FocusItem> const items = focus_items(menu, now);
+    if (FocusItem const* const item = focused(items, menu.focus))
+        draw_focus(menu.renderer, item->box, now);
+}
+
 void draw_menu_frame(MenuScreen& menu, float fade, unsigned now) {
+    menu.names.driven = {menu.switches.race.computer_red, menu.switches.race.computer_blue};
     TrackFactors const factors = track_factors(menu.tracks, now);
     render_menu(menu.renderer, menu.header, menu.header_w, menu.header_h, menu.W, menu.H,
                 menu.heading_mode, menu.heading_names, menu.heading_tracks, menu.mode, menu.names,
                 menu.tracks.thumbs, menu.tracks.selected_row, menu.tracks.have_best, menu.start,
                 menu.tracks.selected_track != 0, menu.credits, menu.cursor, menu.sparkle, now,
                 menu.help_label, menu.help_ring, points_at_help(menu, now), fade, factors.extra,
-                factors.slide, factors.extra_alpha, factors.swap_t, factors.from_rects);
+                factors.slide, factors.extra_alpha, factors.swap_t, factors.from_rects,
+                [&menu, now](SDL_Rect const& view) { draw_more(menu, view, now); });
+}
+
+HelpFacts help_facts(MenuScreen const& menu) {
+    HelpFacts facts;
+    if (menu.keys != nullptr) facts.keys = *menu.keys;
+    facts.switches = menu.switches.race;
+    if (menu.pads == nullptr) return facts;
+    facts.rumble = menu.pads->rumble_on;
+    facts.pads = {menu.pads->name_of(1), menu.pads->name_of(2)};
+    return facts;
 }
 
 void draw_help(MenuScreen& menu, float alpha) {
-    render_help_screen(menu.renderer, menu.W, menu.H, menu.help_page, alpha);
+    render_help_screen(menu.renderer, menu.W, menu.H, menu.help_page, alpha, help_facts(menu));
 }
 
 void draw_to_help(MenuScreen& menu, float t, unsigned now) {
@@ -63,6 +92,10 @@ void menu_frame(MenuScreen& menu) {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) handle_menu_event(menu, event, SDL_GetTicks());
     unsigned const now = SDL_GetTicks();
+    if (menu.pads != nullptr) {
+        if (auto const press = menu.pads->repeat(now)) handle_menu_pad(menu, *press, now);
+    }
+    if (menu.names.focus == -1) close_letter_grid(menu.letters);
     float const fade = advance_launch(menu, now);
     draw_menu_phase(menu, fade, now);
 }
@@ -129,12 +162,16 @@ void draw_menu_phase(MenuScreen& menu, float fade, unsigned now) {
 bool run_menu_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, bool& fullscreen,
                      bool load_music, int* mode_out, int* laps_out, int* track_out,
                      bool* started_out, std::string* red_name_out, std::string* blue_name_out,
-                     bool open_help) {
+                     bool open_help, MenuGuests const& guests) {
     MenuScreen menu;
     menu.window = window;
     menu.renderer = renderer;
     menu.audio = &audio;
     menu.fullscreen = &fullscreen;
+    menu.pads = guests.pads;
+    menu.keys = guests.keys;
+    menu.focus_shown = menu.pads != nullptr && menu.pads->in_use();
+    if (guests.switches != nullptr) menu.switches.race = *guests.switches;
     if (open_help) menu.screen_phase = ScreenPhase::HELP;
     set_up_menu(menu, load_music);
     do {
@@ -142,6 +179,7 @@ bool run_menu_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, b
     } while (menu.running);
     leave_menu(menu);
     auto const lap_index = static_cast<std::size_t>(std::clamp(menu.mode.lap_index, 0, 2));
+    give(guests.switches, menu.switches.race);
     give(mode_out, menu.mode.selected);
     give(laps_out, LAP_COUNTS[lap_index]);
     give(track_out, menu.tracks.selected_track);

@@ -2,11 +2,22 @@
 
 // The menu: a modal loop that ends when the players launch a track or leave.
 
+#include "input/key_bindings.h"
+
 #include <SDL.h>
 
 #include <string>
 
+class Pads;
 struct Audio;
+struct RaceSwitches;
+
+// What else the menu works on; each may be null. The switches are read and written.
+struct MenuGuests {
+    Pads* pads = nullptr;
+    RaceSwitches* switches = nullptr;
+    KeyBindings const* keys = nullptr; // in force; else the built-in ones are
+};
 
 // True if a track was launched; the screen is black then. `load_music` makes the menu start its
 // own music, `open_help` opens it on the help screen. `mode_out` receives 0 for practice and 1
@@ -15,4 +26,4 @@ struct Audio;
 bool run_menu_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, bool& fullscreen,
                      bool load_music, int* mode_out, int* laps_out, int* track_out,
                      bool* started_out, std::string* red_name_out, std::string* blue_name_out,
-                     bool open_help);
+                     bool open_help, MenuGuests const& guests = {});

@@ -188,7 +188,8 @@ void render_menu(SDL_Renderer* renderer, TextureHandle const& header, int img_w,
                  MenuCursor const& cursor, SparkleFx& sparkle, unsigned now,
                  MenuLabel const& help_label, TextureHandle const& help_ring, bool help_hover,
                  float fade, TrackThumb const* extra, float slide, float extra_alpha, float swap_t,
-                 SDL_Rect const* from_rects) {
+                 SDL_Rect const* from_rects,
+                 std::function<void(SDL_Rect const& view)> const& more) {
     MenuFrame const frame{renderer, W, H, menu_view(W, H), now};
     unsigned const since_intro = now - sparkle.intro_at;
     bool const has_header = header && img_w > 0 && img_h > 0;
@@ -215,6 +216,7 @@ void render_menu(SDL_Renderer* renderer, TextureHandle const& header, int img_w,
     draw_credits(frame, credits);
     if (help_label.tex && since_intro >= INTRO_MS)
         draw_help_button(frame, help_label, help_ring, help_hover);
+    if (more && since_intro >= INTRO_MS) more(frame.view);
     draw_cursor(frame, cursor);
     draw_fade(frame, fade);
     present_frame(renderer);

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr SDL_Color RED_NAME{235, 95, 85, 255};
-constexpr SDL_Color BLUE_NAME{95, 160, 255, 255};
 constexpr SDL_Color FIELD_TEXT{235, 240, 255, 255};
 constexpr SDL_Color CARET{190, 90, 255, 255};
 constexpr unsigned BLINK_MS = 500;
@@ -112,7 +110,12 @@ void draw_name_rows(MenuFrame const& frame, PlayerNames const& names) {
         draw_on_row(frame.renderer, name_label(names, row), name_label_x(names, frame.view, row),
                     row_y(frame.view, row), row == 0 ? RED_NAME : BLUE_NAME);
         bool const caret = names.focus == row && (frame.now - names.blink_at) / BLINK_MS % 2 == 0;
-        draw_field(frame, names.fields[static_cast<std::size_t>(row)], row, caret);
+        auto const player = static_cast<std::size_t>(row);
+        if (names.driven[player] && names.focus != row)
+            draw_on_row(frame.renderer, names.computer, place_x(frame.view, NAMES_X),
+                        row_y(frame.view, row), DIM);
+        else
+            draw_field(frame, names.fields[player], row, caret);
     }
 }
 

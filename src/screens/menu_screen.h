@@ -4,8 +4,12 @@
 // each step can be called by itself: events, time and the renderer all come from outside.
 
 #include "base/sdl_handles.h"
+#include "input/pads.h"
 #include "screens/help_screen.h"
+#include "screens/letter_grid.h"
+#include "screens/menu_focus.h"
 #include "screens/menu_model.h"
+#include "screens/menu_switches.h"
 #include "screens/menu_tracks.h"
 #include "screens/name_field.h"
 #include "screens/sparkle.h"
@@ -32,6 +36,8 @@ struct MenuScreen {
     SDL_Renderer* renderer = nullptr;
     Audio* audio = nullptr;
     bool* fullscreen = nullptr;
+    Pads* pads = nullptr; // null where there can be none
+    KeyBindings const* keys = nullptr;
 
     // The screen as it was found at the start.
     int W = 0; // logical size
@@ -61,17 +67,25 @@ struct MenuScreen {
     StartButton start;
     MenuCursor cursor;
     KeyboardTex help_page;
+    MenuSwitches switches;
+    MenuNote note;
+    LetterGrid letters; // while a pad writes a name
 
     // Where it stands.
     ScreenPhase screen_phase = ScreenPhase::MENU;
     std::uint32_t help_at = 0; // tick at which TO_HELP or FROM_HELP began
     MenuLaunch launch;
-    bool running = true; // false at the end of a frame ends the loop
+    FocusItem focus;          // of a pad
+    bool focus_shown = false; // a pad was used last
+    unsigned leave_until = 0; // until this tick a second B leaves
+    bool running = true;      // false at the end of a frame ends the loop
 };
 
 // Loads and renders all that the menu shows. What is missing is reported and left out.
 void set_up_menu(MenuScreen& menu, bool load_music);
 ThumbMaker thumb_maker(MenuScreen const& menu);
+
+SwitchPlaces switch_places(MenuScreen const& menu);
 
 // One event, at the time that it is handled.
 void handle_menu_event(MenuScreen& menu, SDL_Event const& event, unsigned now);

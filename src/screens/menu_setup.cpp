@@ -184,6 +184,15 @@ void make_thumbnails(MenuScreen& menu) {
     }
 }
 
+void make_switches(MenuScreen& menu) {
+    constexpr std::array<char const*, ALL_SWITCHES.size()> WORDS{"bumps", "rumble", "red", "blue"};
+    for (std::size_t i = 0; i < WORDS.size(); ++i)
+        menu.switches.words[i] = label(menu, menu.small_font, WORDS[i]);
+    menu.switches.drives = label(menu, menu.small_font, "computer drives");
+    menu.switches.no_records = label(menu, menu.small_font, "no records are kept");
+    menu.names.computer = label(menu, menu.mode_font, "computer");
+}
+
 void find_tracks(MenuTracks& tracks) {
     auto const files = discover_tracks();
     for (std::size_t slot = 1; slot < files.size(); ++slot)
@@ -211,6 +220,11 @@ ThumbMaker thumb_maker(MenuScreen const& menu) {
             menu.tracks.have_best ? &menu.tracks.best : nullptr};
 }
 
+SwitchPlaces switch_places(MenuScreen const& menu) {
+    bool const has_rumble = menu.pads != nullptr && menu.pads->count() > 0;
+    return {menu.mode, menu.names, menu_view(menu.W, menu.H), has_rumble};
+}
+
 void set_up_menu(MenuScreen& menu, bool load_music) {
     load_header(menu);
     prepare_sparkles(menu);
@@ -222,6 +236,7 @@ void set_up_menu(MenuScreen& menu, bool load_music) {
     load_cursor(menu);
     menu.tracks.have_best = load_best_laps(menu.tracks.best);
     make_thumbnails(menu);
+    make_switches(menu);
     find_tracks(menu.tracks);
     load_start_button(menu);
     load_sounds(*menu.audio, load_music);

@@ -26,6 +26,8 @@ struct PlayerNames {
     MenuLabel red_label;
     MenuLabel blue_label;
     std::array<NameField, 2> fields; // red, blue
+    MenuLabel computer;              // stands in place of a name whose car the computer drives
+    std::array<bool, 2> driven{};    // by the computer
     int focus = -1;                  // the field that takes typing, -1 for none
     std::uint32_t blink_at = 0;      // tick from which the caret's blink is counted
 };

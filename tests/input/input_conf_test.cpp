@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace {
 
 struct Configs {
@@ -74,6 +76,54 @@ TEST(InputConf, NumbersStartAtTheFirstDigit) {
     EXPECT_EQ(parse_indexed("-7"), 7);
     EXPECT_EQ(parse_indexed("button2147483647"), 2147483647);
     EXPECT_EQ(parse_indexed("button2147483648"), -1);
+}
+
+// The keys of a control in force with a file of these lines, by SDL's names, and what was told.
+struct OwnKeys {
+    char const* conf;
+    std::size_t player;
+    Control control;
+    char const* names;
+    char const* told; // a part of it; empty for nothing at all
+};
+
+constexpr std::array OWN_KEYS{
+    OwnKeys{"", 0, Control::Left, "Z ", ""},
+    OwnKeys{"[red]\nleft = a , Keypad 5\n", 0, Control::Left, "A Keypad 5 ", ""},
+    OwnKeys{"[red]\nleft = A\n", 0, Control::Right, "X ", ""},
+    OwnKeys{"[red]\nleft = X\nright = Z\n", 0, Control::Left, "X ", ""}, // changed places
+    OwnKeys{"[blue]\nbrake=Semicolon,Comma\nleft=U\n", 1, Control::Brake, "; , ", ""},
+    OwnKeys{"[red]\n\nbrake = Nonsense\n", 0, Control::Brake, "C ",
+            "input.conf:3: brake: no key is named \"Nonsense\" — the built-in key stays\n"},
+    OwnKeys{"[red]\nbrake = M, S\n", 0, Control::Brake, "S ", "\"M\" is a key of the race"},
+    OwnKeys{"[red]\nleft = F\n", 0, Control::Left, "Z ",
+            ":2: left: \"F\" is already red accelerate"},
+    OwnKeys{"[red]\nleft=A\n[blue]\nleft=A\n", 1, Control::Left, "Keypad 1 , ",
+            ":4: left: \"A\" is already red left"},
+    // Red's first wish falls, so its built-in key is back, and blue's wish for that key falls too.
+    OwnKeys{"[red]\nleft=F\n[blue]\nleft=Z\n", 1, Control::Left, "Keypad 1 , ", "already red left"},
+    OwnKeys{"[red]\nleft=A\n[red]\nright=S\n", 0, Control::Left, "Z ", ""},
+    OwnKeys{"[red]\nleft=A\n[other]\nright=S\n", 0, Control::Right, "X ", ""},
+    // With a device, words with digits are buttons, as they always were.
+    OwnKeys{"[red]\naccelerate=button3\ndevice=js0\n", 0, Control::Accelerate, "F ", ""},
+    OwnKeys{"[red]\naccelerate=F1, Space\ndevice=js0\n", 0, Control::Accelerate, "Space ", ""},
+};
+
+TEST(InputConf, OwnKeysTakeTheBuiltInOnesPlacesUnlessTwoControlsWouldShareOne) {
+    TempDir const folder;
+    for (OwnKeys const& c : OWN_KEYS) {
+        SCOPED_TRACE(c.conf);
+        write_file(folder.file("input.conf"), c.conf);
+        testing::internal::CaptureStderr();
+        KeyBindings const keys = load_own_keys(folder.file("input.conf"));
+        std::string const told = testing::internal::GetCapturedStderr();
+        std::string names;
+        for (SDL_Scancode const key : keys_of(keys.at(c.player), c.control))
+            names += SDL_GetScancodeName(key) + std::string(" ");
+        EXPECT_EQ(names, c.names);
+        EXPECT_NE(told.find(c.told), std::string::npos) << told;
+        EXPECT_EQ(told.empty(), *c.told == '\0') << told;
+    }
 }
 
 } // namespace

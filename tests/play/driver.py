@@ -16,6 +16,7 @@ import threading
 import time
 
 GAME_DIR = os.environ["BRINDLE_GAME_DIR"]
+VIRTUAL_PADS = os.environ.get("BRINDLE_VIRTUAL_PADS", "")
 PATIENCE_S = 40.0
 WIDTH, HEIGHT = 1280, 720
 
@@ -116,7 +117,8 @@ class Game:
     Or, by start_in, in another folder, from where it finds the assets itself.
     """
 
-    def __init__(self, *args, without=(), files=None, records=None, sound="dummy", start_in=None):
+    def __init__(self, *args, without=(), files=None, records=None, sound="dummy", start_in=None,
+                 pads=False):
         self.folder = tempfile.mkdtemp(prefix="brindle-play-")
         self.home = tempfile.mkdtemp(prefix="brindle-home-")
         for name in {"art", "music", "sounds", "tracks"}.difference(without):
@@ -132,6 +134,11 @@ class Game:
         environment = {**os.environ, "DISPLAY": self.display.name, "SDL_AUDIODRIVER": sound,
                        "SDL_VIDEODRIVER": "x11", "XDG_DATA_HOME": self.home}
         environment.pop("WAYLAND_DISPLAY", None)
+        if pads:
+            pipe = os.path.join(self.home, "pads")
+            os.mkfifo(pipe)
+            self.pads = os.open(pipe, os.O_RDWR)
+            environment.update(LD_PRELOAD=VIRTUAL_PADS, BRINDLE_PADS=pipe)
         self.process = subprocess.Popen(
             [os.path.join(GAME_DIR, "brindle-run"), *args], cwd=start_in or self.folder, env=environment,
             stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, bufsize=1)
@@ -227,6 +234,15 @@ class Game:
         # Four logical pixels for each that the mouse moves.
         self._xdotool("mousemove_relative", "--", str(x // 4), str(y // 4))
         self._xdotool("click", "1")
+
+    def pad(self, *lines):
+        """Plugs in, moves or pulls out virtual pads: lines for virtual_pads.cpp."""
+        os.write(self.pads, "".join(line + "\n" for line in lines).encode())
+
+    def tap(self, name, *buttons):
+        """Presses buttons of a pad and lets them go again."""
+        for button in buttons:
+            self.pad(f"button {name} {button} 1", f"button {name} {button} 0")
 
     def interrupt(self):
         """Ctrl-C at the console, a quit event: the exit status that it leads to."""
