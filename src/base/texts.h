@@ -12,6 +12,7 @@ constexpr char const* OUT_OF_TIME = "OUT OF TIME";
 constexpr char const* SECONDS_LEFT = "%u s left"; // for the second car, once the first is home
 
 // The result at game over.
+inline constexpr char const* COMPUTER = "Computer";         // in place of a name
 constexpr std::array<char const*, 2> COLORS{"Red", "Blue"}; // of a player without a name
 constexpr char const* WINS = "%s wins";
 constexpr char const* TOTAL = "TOTAL";

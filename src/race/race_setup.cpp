@@ -1,5 +1,6 @@
 #include "audio/music_fade.h"
 #include "base/screen.h"
+#include "base/texts.h"
 #include "input/input_conf.h"
 #include "platform/shipped_file.h"
 #include "race/game_loop.h"
@@ -50,6 +51,9 @@ bool run_menu(GameLoop& g, MenuChoice& choice, bool load_music, bool open_help) 
     g.arcade = switches.bumps;
     g.ai_red = switches.computer_red;
     g.ai_blue = switches.computer_blue;
+    // Who drives stands in place of the name; nothing is recorded under it.
+    if (g.ai_red) g.sim.p1.name = texts::COMPUTER;
+    if (g.ai_blue) g.sim.p2.name = texts::COMPUTER;
     return started;
 }
 
