@@ -1,11 +1,11 @@
 #include "world/math.h"
 
 #include <array>
-#include <bit>
 #include <cfloat>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 #if defined(__FAST_MATH__)
@@ -25,8 +25,10 @@ namespace {
 // lowest bits of the sum.
 constexpr double ROUNDER = 0x1.8p52;
 
-std::uint64_t low_bits(double sum_with_rounder) {
-    return std::bit_cast<std::uint64_t>(sum_with_rounder);
+std::uint64_t bits_of(double v) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &v, sizeof bits);
+    return bits;
 }
 
 // The unevaluated sum of two doubles.
@@ -71,7 +73,7 @@ Reduced reduce(double angle) {
     double const sum = angle * QUARTERS_PER_RADIAN + ROUNDER;
     double const quarters = sum - ROUNDER;
     Pair const rest = exact_sum(angle - quarters * QUARTER, -(quarters * QUARTER_MIDDLE));
-    return {{rest.high, rest.low - quarters * QUARTER_END}, low_bits(sum)};
+    return {{rest.high, rest.low - quarters * QUARTER_END}, bits_of(sum)};
 }
 
 // Both for an angle within an eighth of a turn; `z` is the square of its high part.
@@ -126,7 +128,10 @@ Pair quotient(Pair top, Pair bottom) {
 
 // Two to the power of `n`, -1022..1023.
 double power_of_two(std::int64_t n) {
-    return std::bit_cast<double>(static_cast<std::uint64_t>(n + 1023) << 52U);
+    std::uint64_t const bits = static_cast<std::uint64_t>(n + 1023) << 52U;
+    double power = 0.0;
+    std::memcpy(&power, &bits, sizeof power);
+    return power;
 }
 
 } // namespace
@@ -190,6 +195,6 @@ double exponential(double x) {
     double const power =
         one_and_r.high + (one_and_r.low + (rest.low + r2 * (a + r4 * (b + r4 * c))));
     // In two factors: the least results are smaller than any one power of two
-    auto const n = static_cast<std::int64_t>(low_bits(sum) - low_bits(ROUNDER));
+    auto const n = static_cast<std::int64_t>(bits_of(sum) - bits_of(ROUNDER));
     return power * power_of_two(n / 2) * power_of_two(n - n / 2);
 }
