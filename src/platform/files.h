@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <string>
 
 // The path as the standard library takes it. A std::string given to it directly would lose all but
@@ -23,6 +24,10 @@ bool take_name(std::string const& from, std::string const& to);
 // Exchanges the files behind two names in one step. False, and nothing has changed, if it fails or
 // the file system cannot.
 bool exchange_names(std::string const& one, std::string const& other);
+
+// Marks a folder as in use by this program until it ends, however it ends. If no other running
+// program uses it, calls `if_alone` first; others that come meanwhile wait for its end.
+void enter_folder(std::string const& folder, std::function<void()> const& if_alone);
 
 // Waits until what the file holds, or which names the folder holds, has reached the disk: seconds
 // at worst. False if the system cannot say so.

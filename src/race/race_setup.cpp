@@ -7,6 +7,7 @@
 #include "records/best_laps.h"
 #include "records/ghost_sprite.h"
 #include "records/ghost_trace.h"
+#include "records/replace_file.h"
 #include "render/car_sprite.h"
 #include "render/image.h"
 #include "render/track_view.h"
@@ -338,6 +339,7 @@ void GameLoop::silence_race_music() {
 void GameLoop::enter_game_over(std::uint32_t now) {
     sim.beginGameOver(now);
     rematch_focused = false;
+    flush_replaced_files();
     audio.load_music("music/HiScore - Meadow Run Arcade 2.mp3");
     audio.music_volume = 0.5F;
     sim.music_on = true;

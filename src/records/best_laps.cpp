@@ -1,8 +1,9 @@
 #include "records/best_laps.h"
 
 #include "platform/files.h"
-#include "records/file_handle.h"
+#include "records/file_text.h"
 #include "records/printed.h"
+#include "records/recovery.h"
 #include "records/replace_file.h"
 
 #include <SDL.h>
@@ -11,10 +12,12 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
+#include <optional>
 
 namespace {
 
 constexpr char const* TABLE_FILE = "best_lap_times.txt";
+constexpr std::size_t LONGEST_PIECE = 255; // bytes that are read as one line at most
 
 enum class TableRead {
     missing,    // no such file: a first run
@@ -27,6 +30,7 @@ std::string ask_for_pref_folder() {
     char* folder = SDL_GetPrefPath("", "BrindleRun");
     std::string path = folder != nullptr ? folder : "";
     SDL_free(folder);
+    enter_folder(path, [&path] { recover_records(path); });
     return path;
 }
 
@@ -51,30 +55,16 @@ void scan_entry(char const* line, std::string const& section, BestLapTable& tabl
 
 TableRead read_table(BestLapTable& table) {
     table.clear();
-    FileHandle const file(open_file(pref_path(TABLE_FILE), "r"));
-    if (!file) return errno == ENOENT ? TableRead::missing : TableRead::unopenable;
-
-    std::string section;
-    std::array<char, 256> line{};
-    while (std::fgets(line.data(), static_cast<int>(line.size()), file.get()) != nullptr) {
-        if (!scan_section(line.data(), section)) scan_entry(line.data(), section, table);
-    }
-    return std::ferror(file.get()) != 0 ? TableRead::broken_off : TableRead::whole;
+    bool broken_off = false;
+    std::optional<std::string> const text = read_file_text(pref_path(TABLE_FILE), &broken_off);
+    if (!text) return errno == ENOENT ? TableRead::missing : TableRead::unopenable;
+    table = parse_best_lap_table(*text);
+    return broken_off ? TableRead::broken_off : TableRead::whole;
 }
 
 std::string entry_line(int slot, BestEntry const& entry) {
     std::string const ghost = entry.trace_file.empty() ? "" : " " + entry.trace_file;
     return printed("%d: %.3f", slot, entry.seconds) + ghost + "\n";
-}
-
-std::string table_text(BestLapTable const& table) {
-    std::string text;
-    for (auto const& [name, entries] : table) {
-        if (!text.empty()) text += "\n";
-        text += "[" + name + "]\n";
-        for (auto const& [slot, entry] : entries) text += entry_line(slot, entry);
-    }
-    return text;
 }
 
 void report_unwritable() {
@@ -105,13 +95,37 @@ std::string pref_path(char const* file) {
     return folder + file;
 }
 
+BestLapTable parse_best_lap_table(std::string_view text) {
+    BestLapTable table;
+    std::string section;
+    std::string line;
+    while (!text.empty()) {
+        std::string_view const piece = text.substr(0, LONGEST_PIECE);
+        std::size_t const end = piece.find('\n');
+        line = piece.substr(0, end == std::string_view::npos ? end : end + 1);
+        text.remove_prefix(line.size());
+        if (!scan_section(line.c_str(), section)) scan_entry(line.c_str(), section, table);
+    }
+    return table;
+}
+
+std::string best_lap_table_text(BestLapTable const& table) {
+    std::string text;
+    for (auto const& [name, entries] : table) {
+        if (!text.empty()) text += "\n";
+        text += "[" + name + "]\n";
+        for (auto const& [slot, entry] : entries) text += entry_line(slot, entry);
+    }
+    return text;
+}
+
 bool load_best_lap_table(BestLapTable& table) {
     TableRead const read = read_table(table);
     return read == TableRead::whole || read == TableRead::broken_off;
 }
 
 bool save_best_lap_table(BestLapTable const& table) {
-    if (replace_file(pref_path(TABLE_FILE), {table_text(table)})) return true;
+    if (replace_file(pref_path(TABLE_FILE), {best_lap_table_text(table)})) return true;
     report_unwritable();
     return false;
 }

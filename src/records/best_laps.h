@@ -21,12 +21,17 @@
 #include <limits>
 #include <map>
 #include <string>
+#include <string_view>
 
 // One player's best lap on one slot.
 struct BestEntry {
     double seconds = 0.0;   // whole milliseconds as the game writes them
     std::string trace_file; // file name of the lap's ghost, empty if none
 };
+
+inline bool operator==(BestEntry const& a, BestEntry const& b) {
+    return a.seconds == b.seconds && a.trace_file == b.trace_file;
+}
 
 // The best lap of one slot over all players.
 struct BestLap {
@@ -38,8 +43,14 @@ struct BestLap {
 using BestLapTable = std::map<std::string, std::map<int, BestEntry>>;
 
 // Full path of `file` in the user's preference folder; a relative path if there is no such folder.
-// The folder is asked for once in the life of the process.
+// The folder is asked for once in the life of the process; what a program that came to a sudden end
+// left in it is then set right, unless another game is running.
 std::string pref_path(char const* file);
+
+// The table that a file's text gives. Lines are read as pieces of at most 255 bytes.
+BestLapTable parse_best_lap_table(std::string_view text);
+// The text of a table's file.
+std::string best_lap_table_text(BestLapTable const& table);
 
 // Replaces `table` by the file's content; false, and an empty table, if it cannot be opened. Names
 // longer than 127 bytes are cut, names end at the first ']', ghost names hold at most 159 bytes.

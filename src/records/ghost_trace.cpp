@@ -22,6 +22,8 @@ namespace {
 
 constexpr std::uint32_t MAX_TICKS_PER_STEP = 1000;
 constexpr std::uint32_t MAX_FRAMES = 10'000'000;
+constexpr std::size_t HEAD_SIZE = 8;
+constexpr std::size_t SECTOR = 512;    // bytes; what a disk writes as one
 constexpr double FARTHEST_PLACE = 1e6; // cells; no grid reaches that far
 
 struct TraceFile {
@@ -117,6 +119,22 @@ bool load_ghost_trace(std::string const& path, std::vector<CarState>& frames,
     }
     if (ticks_per_step != nullptr) *ticks_per_step = trace.ticks_per_step;
     return true;
+}
+
+bool ghost_trace_is_whole(std::string const& path) {
+    std::vector<CarState> frames;
+    if (!load_ghost_trace(path, frames, nullptr)) return false;
+    auto const is_hole = [](CarState const& frame) {
+        std::string_view const bytes = as_bytes(&frame, sizeof frame);
+        return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte == 0; });
+    };
+    if (std::any_of(frames.begin(), frames.end(), is_hole)) return false;
+    // A hole in the last sector may be shorter than a frame. Its last 8 bytes are flags, which may
+    // well be zero.
+    std::string_view const bytes = as_bytes(frames.data(), frames.size() * sizeof(CarState));
+    std::size_t const behind = std::min((HEAD_SIZE + bytes.size()) % SECTOR, bytes.size());
+    std::string_view const tail = bytes.substr(bytes.size() - behind);
+    return tail.size() <= 8 || tail.find_first_not_of('\0') != std::string_view::npos;
 }
 
 std::vector<SDL_FPoint> load_ghost_line(std::string const& path) {

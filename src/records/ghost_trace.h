@@ -28,6 +28,9 @@ bool save_ghost_trace(std::string const& path, std::vector<CarState> const& fram
 bool load_ghost_trace(std::string const& path, std::vector<CarState>& frames,
                       unsigned* ticks_per_step);
 
+// False for a file that does not load or has holes, as a power cut leaves them.
+bool ghost_trace_is_whole(std::string const& path);
+
 // Only where the lap went, in cells, as far as the file tells: a file cut short gives the points
 // before the cut, and a place that no grid has ends the list as well.
 std::vector<SDL_FPoint> load_ghost_line(std::string const& path);

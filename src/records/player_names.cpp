@@ -1,41 +1,42 @@
 #include "records/player_names.h"
 
-#include "platform/files.h"
-#include "platform/keep_records.h"
 #include "records/best_laps.h"
-#include "records/file_handle.h"
+#include "records/file_text.h"
+#include "records/replace_file.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <optional>
 
 namespace {
 
 constexpr char const* NAMES_FILE = "last_player_names.txt";
+constexpr std::size_t LONGEST_LINE = 255; // bytes; what is beyond counts as the next line
 
-// One line of the file without the blanks around it. False at the end of the file.
-bool read_name(std::FILE* file, std::string& name) {
-    std::array<char, 256> line{};
-    if (std::fgets(line.data(), static_cast<int>(line.size()), file) == nullptr) return false;
-    name = line.data();
-    name.erase(name.find_last_not_of("\t\n\r ") + 1);
-    name.erase(0, std::min(name.find_first_not_of("\t "), name.size()));
+// Takes a line off the text and gives it without the blanks around it. False at the text's end.
+bool take_name(std::string_view& text, std::string& name) {
+    if (text.empty()) return false;
+    std::string_view const piece = text.substr(0, LONGEST_LINE);
+    std::string_view line = piece.substr(0, piece.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, piece.size()));
+    line = line.substr(0, line.find('\0'));
+    line = line.substr(0, line.find_last_not_of("\t\n\r ") + 1);
+    name = line.substr(std::min(line.find_first_not_of("\t "), line.size()));
     return true;
 }
 
 } // namespace
 
-std::array<std::string, 2> load_player_names() {
-    std::array<std::string, 2> defaults{"Pixie", "Gadget"};
-    FileHandle const file(open_file(pref_path(NAMES_FILE), "r"));
-    if (!file) return defaults;
+std::array<std::string, 2> parse_player_names(std::string_view text) {
     std::array<std::string, 2> names;
-    bool const both = read_name(file.get(), names[0]) && read_name(file.get(), names[1]);
-    return both && !names[0].empty() && !names[1].empty() ? names : defaults;
+    bool const both = take_name(text, names[0]) && take_name(text, names[1]);
+    if (both && !names[0].empty() && !names[1].empty()) return names;
+    return {"Pixie", "Gadget"};
+}
+
+std::array<std::string, 2> load_player_names() {
+    return parse_player_names(read_file_text(pref_path(NAMES_FILE)).value_or(""));
 }
 
 void save_player_names(std::string const& red, std::string const& blue) {
-    FileHandle file(open_file(pref_path(NAMES_FILE), "w"));
-    if (file) std::fprintf(file.get(), "%s\n%s\n", red.c_str(), blue.c_str());
-    file.reset();
-    keep_records();
+    replace_file(pref_path(NAMES_FILE), {red, "\n", blue, "\n"});
 }

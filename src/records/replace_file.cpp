@@ -7,8 +7,11 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <map>
+#include <system_error>
 
 namespace fs = std::filesystem;
 
@@ -27,10 +30,26 @@ bool may_replace(std::string const& path, fs::file_status const& status) {
     return fs::is_regular_file(status) && FileHandle(open_file(path, "r+b")) != nullptr;
 }
 
+constexpr std::string_view NEIGHBOUR_END = ".new";
+
 // A name that no other running game uses either; opening it exclusively makes sure of it.
 std::string neighbour(std::string const& path) {
     auto const now = std::chrono::steady_clock::now().time_since_epoch().count();
-    return path + "." + std::to_string(now) + ".new";
+    return path + "." + std::to_string(now) + std::string(NEIGHBOUR_END);
+}
+
+// The files that this program has replaced and not yet seen reach the disk, each with the neighbour
+// that holds what was there before.
+std::map<std::string, std::string>& waiting_for_disk() {
+    static std::map<std::string, std::string> files;
+    static int const at_the_end = std::atexit(flush_replaced_files);
+    static_cast<void>(at_the_end);
+    return files;
+}
+
+void remove_file(std::string const& path) {
+    std::error_code ignored;
+    fs::remove(to_path(path), ignored);
 }
 
 bool write_and_close(std::FILE* file, std::initializer_list<std::string_view> pieces) {
@@ -41,13 +60,41 @@ bool write_and_close(std::FILE* file, std::initializer_list<std::string_view> pi
     return std::fclose(file) == 0 && whole; // the last bytes may fail as late as the close
 }
 
-// Changes places with the old file, then removes that. A rename over the old file is as atomic, but
-// some file systems (ext4) write the new one out to the disk on the spot then, 10 ms for a ghost.
+bool make_empty(std::string const& path) {
+    return FileHandle(create_file(path)) != nullptr;
+}
+
+// Gives `fresh` the name `target`; the old file's new name, empty if it failed. Exchanging is as
+// atomic as a rename over the old file, but after that some file systems (ext4) write the new one
+// out to the disk on the spot, 10 ms for a ghost.
+std::string change_places(std::string const& fresh, std::string const& target) {
+    if (exchange_names(fresh, target)) return fresh;
+    std::string aside = neighbour(target);
+    if (!take_name(target, aside)) return "";
+    if (take_name(fresh, target)) return aside;
+    take_name(aside, target);
+    return "";
+}
+
+// The first of several replacements keeps the old file, the only one known to be on the disk. Where
+// there is none an empty one stands for it: the sign that the new one may be torn.
 bool put_in_place(std::string const& fresh, std::string const& target) {
-    if (!exchange_names(fresh, target)) return take_name(fresh, target);
+    auto const known = waiting_for_disk().find(target);
+    if (known != waiting_for_disk().end()) {
+        if (!exchange_names(fresh, target)) return take_name(fresh, target);
+        remove_file(fresh);
+        return true;
+    }
     std::error_code ignored;
-    fs::remove(to_path(fresh), ignored);
-    return true;
+    bool const is_first = !fs::exists(to_path(target), ignored);
+    if (is_first && !make_empty(target)) return false;
+    std::string const old = change_places(fresh, target);
+    if (!old.empty()) {
+        waiting_for_disk()[target] = old;
+    } else if (is_first) {
+        remove_file(target);
+    }
+    return !old.empty();
 }
 
 } // namespace
@@ -68,10 +115,39 @@ bool replace_file(std::string const& path, std::initializer_list<std::string_vie
             return true;
         }
     }
-    fs::remove(to_path(fresh), ignored);
+    remove_file(fresh);
     return false;
 }
 
 std::string failure_reason() {
     return errno != 0 ? std::strerror(errno) : "not a plain file";
+}
+
+void flush_replaced_files() {
+    std::map<std::string, std::string> on_disk;
+    for (auto const& [file, old] : waiting_for_disk()) {
+        std::error_code ignored;
+        bool const is_gone = !fs::exists(to_path(file), ignored); // somebody wanted it so
+        if (is_gone || (flush_to_disk(file) && flush_folder_of(file))) on_disk[file] = old;
+    }
+    for (auto const& [file, old] : on_disk) {
+        remove_file(old);
+        waiting_for_disk().erase(file);
+    }
+    // The old files must not come back beside newer ones.
+    for (auto const& [file, old] : on_disk) flush_folder_of(file);
+}
+
+bool flush_folder_of(std::string const& path) {
+    std::u8string const folder = to_path(path).parent_path().u8string();
+    return flush_to_disk(folder.empty() ? "." : std::string(folder.begin(), folder.end()));
+}
+
+std::string replaced_by_neighbour(std::string const& path) {
+    if (!path.ends_with(NEIGHBOUR_END)) return "";
+    std::string const numbered = path.substr(0, path.size() - NEIGHBOUR_END.size());
+    std::size_t const last = numbered.find_last_not_of("0123456789");
+    bool const is_numbered = last != std::string::npos && last > 0 && last + 1 < numbered.size() &&
+                             numbered[last] == '.';
+    return is_numbered ? numbered.substr(0, last) : "";
 }

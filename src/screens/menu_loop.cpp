@@ -3,6 +3,7 @@
 #include "audio/music_fade.h"
 #include "audio/sound_slots.h"
 #include "records/player_names.h"
+#include "records/replace_file.h"
 #include "screens/menu_actions.h"
 #include "screens/menu_drawing.h"
 #include "screens/menu_render.h"
@@ -108,6 +109,7 @@ void give(T* out, T const& value) {
 void leave_menu(MenuScreen const& menu) {
     SDL_StopTextInput();
     save_player_names(menu.names.fields[0].text, menu.names.fields[1].text);
+    flush_replaced_files();
     SDL_SetRelativeMouseMode(SDL_FALSE);
     menu.audio->music_playing = false;
     release_bg_gradient();

@@ -3,6 +3,7 @@
 #include "audio/audio.h"
 #include "audio/sound_slots.h"
 #include "records/player_names.h"
+#include "records/replace_file.h"
 #include "render/colors.h"
 #include "render/image.h"
 #include "screens/edge_points.h"
@@ -234,6 +235,7 @@ void set_up_menu(MenuScreen& menu, bool load_music) {
     make_credits(menu);
     fill_names(menu);
     load_cursor(menu);
+    flush_replaced_files();
     menu.tracks.have_best = load_best_laps(menu.tracks.best);
     make_thumbnails(menu);
     make_switches(menu);

@@ -1,4 +1,5 @@
 #include "records/ghost_trace.h"
+#include "records/replace_file.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
@@ -63,6 +64,7 @@ TEST_F(GhostTrace, MakesSafeFileNames) {
 TEST_F(GhostTrace, WritesAndReadsALap) {
     ASSERT_TRUE(save_ghost_trace(path, make_lap(5), 3));
     ASSERT_TRUE(save_ghost_trace(path, make_lap(1000), 10));
+    flush_replaced_files();
     EXPECT_EQ(files_in(dir.path()), 1U);
     std::string const bytes = read_file(path);
     ASSERT_EQ(bytes.size(), 8U + 56U * 1000U);

@@ -1,7 +1,9 @@
 // What may happen to a save: the program killed in the middle of it, and no room on the disk.
 
+#include "platform/files.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
+#include "records/recovery.h"
 #include "records/replace_file.h"
 #include "support/child.h"
 #include "support/files.h"
@@ -80,8 +82,10 @@ int try_without_room(fs::path const& folder) {
 }
 
 bool lay_down_old_records(fs::path const& folder) {
-    return save_best_lap_table({{"Old", {{1, {60.5, "ghost"}}}}}) &&
-           save_ghost_trace(folder / "ghost", std::vector<CarState>(10), 10);
+    bool const saved = save_best_lap_table({{"Old", {{1, {60.5, "ghost"}}}}}) &&
+                       save_ghost_trace(folder / "ghost", std::vector<CarState>(10), 10);
+    flush_replaced_files();
+    return saved;
 }
 
 // A file system of 32 KiB over the folder, seen by this process alone.
@@ -96,7 +100,7 @@ using ReplaceFile = RecordsTest;
 } // namespace
 
 TEST_F(ReplaceFile, KeepsOldRecordsWhenKilledAtAnyInstant) {
-    std::string const ghost = pref_path("ghost");
+    std::string const ghost = pref_path("ghost.trace");
     std::mt19937 random(4);
     for (int round = 0; round < 300; ++round) {
         std::array<int, 2> ready{};
@@ -110,6 +114,10 @@ TEST_F(ReplaceFile, KeepsOldRecordsWhenKilledAtAnyInstant) {
         waitpid(child, nullptr, 0);
         close(ready[0]);
         close(ready[1]);
+        expect_whole_table();
+        expect_whole_ghost(ghost);
+        recover_records(folder);
+        ASSERT_EQ(files_in(folder), 2U) << "table and ghost alone";
         expect_whole_table();
         expect_whole_ghost(ghost);
         if (HasFatalFailure()) FAIL() << "in round " << round;
@@ -150,6 +158,53 @@ TEST_F(ReplaceFile, KeepsLinksAndPermissionsAndLeavesDevicesAlone) {
 
     fs::create_symlink("/dev/full", folder / "full");
     EXPECT_FALSE(replace_file(folder / "full", {"new"}));
+    flush_replaced_files();
     EXPECT_TRUE(fs::is_symlink(folder / "full"));
     EXPECT_EQ(files_in(folder), 3U);
+}
+
+TEST_F(ReplaceFile, LetsLeftoversGoOnceTheyHaveBeenRead) {
+    fs::path const elsewhere = folder / "elsewhere";
+    fs::create_directory(elsewhere);
+    write_file(elsewhere / "laps", "[Ann]\n1: 60.000\n");
+    write_file(elsewhere / "laps.12.new", "[Ann]\n1: 50.000\n2: 70.000\n3: 7");
+    write_file(elsewhere / "notes.12.new", "not ours");
+    fs::create_symlink("elsewhere/laps", folder / "best_lap_times.txt");
+    write_file(folder / "last_player_names.txt", "Ann\nBo\n");
+    write_file(folder / "last_player_names.txt.7.new", "A\nB\n");
+    write_file(folder / "my.new", "not ours");
+
+    recover_records(folder);
+    EXPECT_EQ(read_file(elsewhere / "laps"), "[Ann]\n1: 50.000\n2: 70.000\n");
+    EXPECT_TRUE(fs::is_symlink(folder / "best_lap_times.txt"));
+    EXPECT_EQ(read_file(folder / "last_player_names.txt"), "Ann\nBo\n");
+    EXPECT_EQ(files_in(elsewhere), 2U);
+    EXPECT_EQ(files_in(folder), 4U);
+}
+
+TEST(EnterFolder, TellsWhetherAnotherProgramIsRunning) {
+    TempDir const place;
+    auto const is_alone = [&place] {
+        ChildResult const child = run_child([&place] {
+            enter_folder(place.path(), [] { std::_Exit(1); });
+            std::_Exit(2);
+        });
+        return child.status == 1;
+    };
+    std::array<int, 2> ready{};
+    ASSERT_EQ(pipe(ready.data()), 0);
+    pid_t const other = fork();
+    if (other == 0) {
+        enter_folder(place.path(), [] {});
+        if (write(ready[1], "!", 1) != 1) _exit(1);
+        for (;;) pause();
+    }
+    char byte = 0;
+    EXPECT_EQ(read(ready[0], &byte, 1), 1);
+    EXPECT_FALSE(is_alone());
+    kill(other, SIGKILL); // however it ends
+    waitpid(other, nullptr, 0);
+    EXPECT_TRUE(is_alone());
+    close(ready[0]);
+    close(ready[1]);
 }

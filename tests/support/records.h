@@ -3,6 +3,7 @@
 // For tests that write records: they begin and end with an empty preference folder.
 
 #include "records/best_laps.h"
+#include "records/replace_file.h"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@ protected:
         for (auto const& entry : std::filesystem::directory_iterator(folder)) {
             std::filesystem::remove_all(entry);
         }
+        flush_replaced_files(); // nothing is left to be flushed
     }
 
     std::filesystem::path const folder = pref_path("");

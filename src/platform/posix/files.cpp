@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 std::filesystem::path to_path(std::string const& path) {
@@ -26,6 +27,14 @@ bool exchange_names([[maybe_unused]] std::string const& one,
 #else
     return false;
 #endif
+}
+
+void enter_folder(std::string const& folder, std::function<void()> const& if_alone) {
+    char const* const name = folder.empty() ? "." : folder.c_str();
+    int const mark = open(name, O_RDONLY | O_CLOEXEC); // NOLINT: as the system has it
+    if (mark < 0) return;
+    if (flock(mark, LOCK_EX | LOCK_NB) == 0) if_alone();
+    flock(mark, LOCK_SH); // held by the open folder, which stays open
 }
 
 bool flush_to_disk(std::string const& path) {

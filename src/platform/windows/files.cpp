@@ -36,6 +36,12 @@ bool exchange_names(std::string const& /*one*/, std::string const& /*other*/) {
     return false;
 }
 
+// One mark for all folders: there is one in use.
+void enter_folder(std::string const& /*folder*/, std::function<void()> const& if_alone) {
+    HANDLE const mark = CreateMutexW(nullptr, FALSE, L"Local\\BrindleRunRecords");
+    if (mark != nullptr && GetLastError() != ERROR_ALREADY_EXISTS) if_alone();
+}
+
 // Names are kept in the file system's own journal here: a folder needs no asking.
 bool flush_to_disk(std::string const& path) {
     std::error_code error;
