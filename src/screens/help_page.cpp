@@ -69,7 +69,10 @@ void draw_annotations(SDL_Renderer* renderer, Page const& page, KeyBindings cons
     };
     int const mx = page.keyboard.x;
     PlayerAnnos const players = player_annos(keys);
-    player_group(players[0], true, mx + share(0.96, page.unit) + 4 * page.inset);
+    bool const own = keys[0] != builtin_keys()[0];
+    player_group(players[0], true,
+                 own ? mx + share(static_cast<double>(OWN_RED_ANCHOR), page.unit)
+                     : mx + share(0.96, page.unit) + 4 * page.inset);
     player_group(players[1], false, mx + share(23.0, page.unit));
     player_group(players[2], false, mx + share(15.0, page.unit));
     race_group(ANNOS_MAJOR);

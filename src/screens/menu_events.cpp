@@ -164,12 +164,8 @@ void click(MenuScreen& menu, unsigned now) {
         launch_if_chosen(menu, now);
 }
 
-// Layouts have "?" on many keys, mostly with Shift, and only text tells which. Outside of the names
-// text is heard no longer than Shift is held, so that an input method gets no key of the menu.
-void hear_text_of_shift(MenuScreen const& menu, SDL_Scancode key, bool down) {
-    if (menu.names.focus != -1 || (key != SDL_SCANCODE_LSHIFT && key != SDL_SCANCODE_RSHIFT))
-        return;
-    SDL_EventState(SDL_TEXTINPUT, down ? SDL_ENABLE : SDL_DISABLE);
+bool is_shift(SDL_Scancode key) {
+    return key == SDL_SCANCODE_LSHIFT || key == SDL_SCANCODE_RSHIFT;
 }
 
 void handle_in_menu(MenuScreen& menu, SDL_Event const& event, unsigned now) {
@@ -187,10 +183,10 @@ void handle_in_menu(MenuScreen& menu, SDL_Event const& event, unsigned now) {
             open_help(menu, now);
         break;
     case SDL_KEYUP:
-        hear_text_of_shift(menu, event.key.keysym.scancode, false);
+        if (menu.names.focus == -1 && is_shift(event.key.keysym.scancode))
+            SDL_EventState(SDL_TEXTINPUT, SDL_DISABLE);
         break;
     case SDL_KEYDOWN:
-        hear_text_of_shift(menu, event.key.keysym.scancode, true);
         if (menu.names.focus != -1)
             handle_name_key(menu, event.key.keysym, now);
         else
@@ -240,6 +236,15 @@ void handle_pads(MenuScreen& menu, SDL_Event const& event, unsigned now) {
 }
 
 } // namespace
+
+// SDL calls this at the very key: the next one may be in the queue before the menu sees this one.
+int hear_text_with_shift(void* userdata, SDL_Event* event) {
+    auto const& menu = *static_cast<MenuScreen const*>(userdata);
+    if (event->type == SDL_KEYDOWN && is_shift(event->key.keysym.scancode) &&
+        menu.screen_phase == ScreenPhase::MENU)
+        SDL_EventState(SDL_TEXTINPUT, SDL_ENABLE);
+    return 1;
+}
 
 void handle_menu_event(MenuScreen& menu, SDL_Event const& event, unsigned now) {
     if (menu.pads != nullptr) handle_pads(menu, event, now);

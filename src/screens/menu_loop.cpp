@@ -176,9 +176,11 @@ bool run_menu_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, b
     if (guests.switches != nullptr) menu.switches.race = *guests.switches;
     if (open_help) menu.screen_phase = ScreenPhase::HELP;
     set_up_menu(menu, load_music);
+    SDL_AddEventWatch(hear_text_with_shift, &menu);
     do {
         menu_frame(menu);
     } while (menu.running);
+    SDL_DelEventWatch(hear_text_with_shift, &menu);
     leave_menu(menu);
     auto const lap_index = static_cast<std::size_t>(std::clamp(menu.mode.lap_index, 0, 2));
     give(guests.switches, menu.switches.race);

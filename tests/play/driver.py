@@ -118,7 +118,7 @@ class Game:
     """
 
     def __init__(self, *args, without=(), files=None, records=None, sound="dummy", start_in=None,
-                 pads=False):
+                 pads=False, layout="us"):
         self.folder = tempfile.mkdtemp(prefix="brindle-play-")
         self.home = tempfile.mkdtemp(prefix="brindle-home-")
         for name in {"art", "music", "sounds", "tracks"}.difference(without):
@@ -130,6 +130,8 @@ class Game:
                 with open(path, "wb") as file:
                     file.write(content)
         self.display = Display()
+        if layout != "us":
+            subprocess.run(["setxkbmap", "-display", self.display.name, layout], check=True)
         self.lines, self.errors, self.fresh = [], [], queue.Queue()
         environment = {**os.environ, "DISPLAY": self.display.name, "SDL_AUDIODRIVER": sound,
                        "SDL_VIDEODRIVER": "x11", "XDG_DATA_HOME": self.home}

@@ -128,6 +128,20 @@ class Menu(unittest.TestCase):
             self.assertEqual(game.wait_exit(), 0)
             self.assertEqual(self.record(game, "last_player_names.txt"), "Pixie\nGadget\n")
 
+    def test_help_shows_keys_as_printed(self):
+        # Where "Q", "Y" and "Z" of a US keyboard are drawn.
+        q, y, z = (266, 262, 32, 32), (454, 262, 32, 32), (294, 337, 32, 32)
+        pages = {}
+        for layout in ("us", "de", "fr"):
+            with Game("-menu", without=("tracks",), files=FIELD, layout=layout) as game:
+                game.wait_picture(alone)
+                game.press("question")  # with Shift on another key each time
+                pages[layout] = game.wait_picture(help_page)
+        changed = {layout: [pages[layout].difference(pages["us"], key) > 0.02 for key in (q, y, z)]
+                   for layout in pages}
+        self.assertEqual(changed, {"us": [False, False, False], "de": [False, True, True],
+                                   "fr": [True, False, True]})
+
     def test_hidden_track_comes_and_goes(self):
         with self.open("-menu") as game:
             game.wait_picture(alone)

@@ -1,4 +1,5 @@
 #include "render/colors.h"
+#include "screens/help_own_keys.h"
 #include "screens/help_screen.h"
 #include "screens/help_shapes.h"
 #include "screens/keyboard_layout.h"
@@ -53,6 +54,35 @@ TEST(KeyboardLayout, EveryAnnotationFindsTheKeyItMeans) {
     Anno nowhere = ANNOS_RED[0];
     nowhere.x_min = 19;
     EXPECT_EQ(find_key(nowhere), nullptr);
+}
+
+// How many keys of a group are marked, and how many captions stand beside them.
+std::pair<std::size_t, int> marked(std::vector<Anno> const& annos) {
+    int captions = 0;
+    for (Anno const& anno : annos) {
+        EXPECT_NE(find_key(anno), nullptr) << anno.key;
+        captions += *anno.text != '\0' ? 1 : 0;
+    }
+    return {annos.size(), captions};
+}
+
+TEST(KeyboardLayout, OwnKeysAreMarkedInPlaceOfTheBuiltInOnes) {
+    using Marks = std::pair<std::size_t, int>;
+    KeyBindings keys = builtin_keys();
+    PlayerAnnos annos = player_annos(keys);
+    EXPECT_EQ(marked(annos[0]), Marks(4, 4));
+    EXPECT_EQ(marked(annos[1]), Marks(4, 4));
+    EXPECT_EQ(marked(annos[2]), Marks(4, 4));
+    keys[0] = {{{SDL_SCANCODE_A, SDL_SCANCODE_LEFT},
+                {SDL_SCANCODE_D},
+                {SDL_SCANCODE_W},
+                {SDL_SCANCODE_S}}};
+    keys[1][0] = {SDL_SCANCODE_KP_4, SDL_SCANCODE_AC_BACK}; // one of them is not drawn
+    annos = player_annos(keys);
+    EXPECT_EQ(marked(annos[0]), Marks(5, 4));
+    EXPECT_EQ(marked(annos[1]), Marks(4, 4));
+    EXPECT_EQ(marked(annos[2]), Marks(3, 3));
+    for (KbKey const& key : KB_KEYS) EXPECT_EQ(find_key(scancode_of(key)), &key) << key.label;
 }
 
 TEST(HelpShapes, AreFilledFromEdgeToEdgeWithRoundCornersCut) {

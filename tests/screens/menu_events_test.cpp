@@ -6,6 +6,8 @@
 #include <SDL_image.h>
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -142,6 +144,97 @@ TEST_F(Menu, AHiddenTrackSlidesInSwapsAndLeaves) {
     EXPECT_NE(factors.extra, nullptr);
     EXPECT_EQ(track_factors(menu_.tracks, now_ + 350).extra, nullptr);
     EXPECT_EQ(rects()[0].x, alone);
+}
+
+TEST_F(Menu, SwitchesFlipByKeyAndMouseInFreeRoom) {
+    for (MenuLabel& word : menu_.switches.words) size(word, 40, 15);
+    size(menu_.switches.drives, 110, 15);
+    RaceSwitches const& race = menu_.switches.race;
+    for (auto const& [key, value] : {std::pair{SDL_SCANCODE_B, &race.bumps},
+                                     {SDL_SCANCODE_F3, &race.computer_red},
+                                     {SDL_SCANCODE_F4, &race.computer_blue}}) {
+        press(key);
+        EXPECT_TRUE(*value);
+        EXPECT_FALSE(is_recorded(race));
+    }
+    SDL_Rect const view{0, 0, 1280, 720};
+    std::vector<SDL_Rect> taken = rects();
+    for (int row : {0, 1}) {
+        taken.push_back(mode_row_box(menu_.mode, view, row));
+        taken.push_back(name_row_box(menu_.names, view, row));
+    }
+    for (std::size_t i : {0U, 1U, 2U}) taken.push_back(lap_option_box(menu_.mode, view, i));
+    for (Switch const which : {Switch::Bumps, Switch::ComputerRed, Switch::ComputerBlue}) {
+        SDL_Rect const box = switch_box(menu_.switches, switch_places(menu_), which);
+        for (SDL_Rect const& other : taken) EXPECT_FALSE(SDL_HasIntersection(&box, &other));
+        click(static_cast<float>(box.x), static_cast<float>(box.y));
+        taken.push_back(box);
+    }
+    EXPECT_TRUE(is_recorded(race));
+    EXPECT_EQ(switch_box(menu_.switches, switch_places(menu_), Switch::Rumble).w, 0) << "no pad";
+}
+
+TEST_F(Menu, EveryChoiceIsReachedFromTheFirstByDirections) {
+    for (MenuLabel& word : menu_.switches.words) size(word, 40, 15);
+    menu_.mode.selected = MODE_RACE;
+    press(SDL_SCANCODE_6);
+    now_ += 400;
+    std::vector<FocusItem> const items = focus_items(menu_, now_);
+    EXPECT_EQ(items.size(), 3U + 2 + 3 + 2 + 3 + 1); // tracks, modes, laps, names, switches, help
+    std::set<FocusItem const*> reached{&items.front()};
+    for (std::size_t before = 0; before != reached.size();) {
+        before = reached.size();
+        for (FocusItem const* from : std::set(reached)) {
+            for (auto const& [dx, dy] : {std::pair{1, 0}, {-1, 0}, {0, 1}, {0, -1}}) {
+                FocusItem const* const next = neighbour(items, *from, dx, dy);
+                if (next != nullptr) reached.insert(next);
+            }
+        }
+    }
+    EXPECT_EQ(reached.size(), items.size());
+}
+
+TEST_F(Menu, HelpHasASecondPageAndOpensByAnyKeyThatTypesAQuestionMark) {
+    SDL_Event typed{};
+    typed.type = SDL_TEXTINPUT;
+    typed.text.text[0] = '?';
+    press(SDL_SCANCODE_F1);
+    handle_menu_event(menu_, typed, now_);
+    EXPECT_EQ(menu_.names.fields[0].text, "?");
+    EXPECT_EQ(menu_.screen_phase, ScreenPhase::MENU);
+    press(SDL_SCANCODE_RETURN);
+    handle_menu_event(menu_, typed, now_);
+    EXPECT_EQ(menu_.screen_phase, ScreenPhase::TO_HELP);
+    menu_.screen_phase = ScreenPhase::HELP;
+    press(SDL_SCANCODE_RIGHT);
+    EXPECT_EQ(menu_.help_page.number, 2);
+    press(SDL_SCANCODE_LEFT);
+    EXPECT_EQ(menu_.help_page.number, 1);
+    EXPECT_EQ(menu_.screen_phase, ScreenPhase::HELP);
+    press(SDL_SCANCODE_LEFT);
+    EXPECT_EQ(menu_.screen_phase, ScreenPhase::FROM_HELP) << "as any other key";
+}
+
+TEST(LetterGrid, HasALetterInEveryCellAndNoEdge) {
+    LetterGrid grid;
+    std::set<std::string> letters;
+    for (grid.page = 0; grid.page < 4; ++grid.page) {
+        for (int i = 0; i < GRID_COLUMNS * GRID_LETTER_ROWS; ++i) {
+            grid.row = i / GRID_COLUMNS;
+            EXPECT_EQ(grid.column, i % GRID_COLUMNS);
+            EXPECT_EQ(count_code_points(focused_letter(grid)), 1) << i;
+            letters.insert(focused_letter(grid));
+            move_in_grid(grid, 1, 0);
+        }
+    }
+    EXPECT_EQ(letters.size(), 160U - 14) << "digits and signs are on both plain pages";
+    grid = {};
+    grid.column = 9;
+    move_in_grid(grid, 0, -1); // up from the top: the last of the four keys
+    EXPECT_EQ(focused_letter(grid), "");
+    EXPECT_EQ(focused_key(grid), GridKey::Done);
+    move_in_grid(grid, 1, 0);
+    EXPECT_EQ(focused_key(grid), GridKey::Page);
 }
 
 TEST(MenuLayout, TheViewIsTheLargestWideRectangle) {
