@@ -87,7 +87,7 @@ TEST(ThemeParser, TellsLineAndCauseOfABadThemeRule) {
 }
 
 TEST(CourseChecks, RefuseWhatCouldNotBeRaced) {
-    constexpr std::array<Broken, 17> CASES{{
+    constexpr std::array<Broken, 21> CASES{{
         {"point  700 400", "point  700 490", 11, "off the grid"},
         {"point  100 400", "point  700 400", 12, "two points in one place"},
         {"point  100 400", "point  100 400 radius 20", 12, "between 30 and 4000"},
@@ -104,6 +104,10 @@ TEST(CourseChecks, RefuseWhatCouldNotBeRaced) {
         {"goal   400 60 400 140  # upright\nstart  418 100",
          "goal   230 60 230 140\nstart  248 100", 8, "no run-up"},
         {"pine   400 250 30", "pine   400 140 30", 13, "stands on the road"},
+        {"pine   400 250 30", "fork 30 0 560 350 400 300 240 400", 13, "not lie within the road"},
+        {"pine   400 250 30", "fork 30 0 240 400 400 300 560 400", 13, "not lead forwards"},
+        {"pine   400 250 30", "fork 30 0 170 104 400 200 650 100", 13, "near to the goal line"},
+        {"pine   400 250 30", "fork 30 0 560 400 500 200 300 200 240 400", 13, "turn back"},
         {"pine   400 250 30", "lettering 400 140 30 \"WET\"", 13, "an edge or a lane"},
         {"pine   400 250 30", "lettering 400 250 30 \"WET\"\nlane track 9 400 200 400 300", 13,
          "an edge or a lane"},

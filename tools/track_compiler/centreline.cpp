@@ -1,5 +1,7 @@
 #include "track_compiler/centreline.h"
 
+#include "track_compiler/way.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -237,7 +239,46 @@ void lay_kerbs(Course const& course, std::vector<Piece> const& pieces, Centrelin
     }
 }
 
+// Its samples lie as far apart as the road's; it has neither arcs nor corners of its own.
+std::vector<RoadSample> sample_fork(Fork const& fork, std::size_t number) {
+    std::vector<Point> const way = smoothed_way(fork.way);
+    std::vector<RoadSample> samples;
+    double const begin = FORK_ALONG + FORK_SPAN * static_cast<double>(number);
+    double ahead = 0.0; // from the leg's beginning to the next sample
+    double along = begin;
+    for (std::size_t i = 0; i + 1 < way.size(); i++) {
+        Point const leg = way[i + 1] - way[i];
+        double const reach = length(leg);
+        for (; ahead < reach; ahead += STEP, along += STEP) {
+            samples.push_back({.at = way[i] + (ahead / reach) * leg,
+                               .along = along,
+                               .heading = std::atan2(leg.y, leg.x),
+                               .half_width = fork.width / 2.0,
+                               .kerb_left = fork.kerb_depth,
+                               .kerb_right = fork.kerb_depth,
+                               .line = fork.line});
+        }
+        ahead -= reach;
+    }
+    return samples;
+}
+
 } // namespace
+
+double Centreline::kerb_at(double along, bool left) const {
+    bool const on_fork = along >= FORK_ALONG;
+    auto const number = static_cast<std::size_t>(on_fork ? (along - FORK_ALONG) / FORK_SPAN : 0.0);
+    std::vector<RoadSample> const& stretch = on_fork ? forks[number] : samples;
+    double const per_cell = on_fork ? 1.0 / STEP : static_cast<double>(samples.size()) / length;
+    double const at = std::max(0.0, (along - (on_fork ? stretch[0].along : 0.0)) * per_cell);
+    auto const before = static_cast<std::size_t>(at);
+    auto const depth = [&](std::size_t index) {
+        RoadSample const& sample = stretch[index % stretch.size()];
+        return left ? sample.kerb_left : sample.kerb_right;
+    };
+    double const from = depth(before);
+    return from + (depth(before + 1) - from) * (at - static_cast<double>(before));
+}
 
 std::size_t Centreline::index_at(double along) const {
     auto const count = static_cast<double>(samples.size());
@@ -257,6 +298,9 @@ std::optional<Centreline> build_centreline(Course const& course, Faults& faults)
     std::vector<Piece> const pieces = lay_pieces(course, corners);
     Centreline line = sample_pieces(course, pieces);
     lay_kerbs(course, pieces, line);
+    for (Fork const& fork : course.forks) {
+        line.forks.push_back(sample_fork(fork, line.forks.size()));
+    }
     return line;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
 // The road as a densely sampled closed curve: straights joined by arcs, with the width, the
-// curvature and the kerbs at every sample.
+// curvature and the kerbs at every sample. Beside it the forks: open curves from one place of the
+// road to another, sampled alike.
 
 #include "track_compiler/course.h"
 #include "track_compiler/fault.h"
@@ -22,13 +23,21 @@ struct RoadSample {
     int line = 0;       // of the description: the corner that it belongs to
 };
 
+// `along` of a fork's first sample: the forks' stretches lie beyond any road's length.
+constexpr double FORK_ALONG = 65536.0;
+constexpr double FORK_SPAN = 8192.0; // from one fork to the next
+
 struct Centreline {
     std::vector<RoadSample> samples; // closed: the last is followed by the first
     double length = 0.0;
+    std::vector<std::vector<RoadSample>> forks = {}; // open, each at least two samples
 
     // The sample nearest to a distance along the line; any number, also below 0.
     [[nodiscard]] std::size_t index_at(double along) const;
     [[nodiscard]] RoadSample const& at(double along) const { return samples[index_at(along)]; }
+
+    // Depths of the kerbs left and right of a place on the road or on a fork, between samples.
+    [[nodiscard]] double kerb_at(double along, bool left) const;
 };
 
 // Lays the line through the course's points. A corner that does not fit goes into `faults`.

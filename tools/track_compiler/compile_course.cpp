@@ -6,6 +6,7 @@
 #include "track_compiler/scenery.h"
 #include "track_compiler/start_furniture.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -38,7 +39,10 @@ std::optional<CompiledCourse> compile_course(Course course, Theme const& theme, 
                                              Faults& faults) {
     std::optional<Centreline> line = build_centreline(course, faults);
     if (!line) return std::nullopt;
-    double const border = course.kerb_depth + theme.rim_width;
+    double border = course.kerb_depth + theme.rim_width;
+    for (Fork const& fork : course.forks) {
+        border = std::max(border, fork.kerb_depth + theme.rim_width);
+    }
     check_road(course, *line, border, faults);
     if (!faults.empty()) return std::nullopt;
     round_off_nature(course, theme);

@@ -19,6 +19,15 @@ struct CoursePoint {
     int line = 0;
 };
 
+// A second way for the cars: it leaves the road at its first place and comes back to it at its
+// last.
+struct Fork {
+    double width = 0.0;
+    double kerb_depth = 0.0;     // on both sides, 0 for none
+    std::vector<Point> way = {}; // at least 3; its corners are rounded
+    int line = 0;
+};
+
 enum class SceneryKind {
     tree,
     pine,
@@ -122,6 +131,7 @@ struct Course {
     Point goal_b;
     int goal_line = 0;               // 0 if the course has no goal line
     std::vector<CoursePoint> points; // at least 3
+    std::vector<Fork> forks;
     std::vector<SceneryItem> items;
     std::vector<GroundArea> areas;
     std::vector<Lane> lanes;

@@ -31,10 +31,14 @@ bool off_grid(Course const& course, RoadSample const& sample, double border) {
 }
 
 void check_on_grid(Course const& course, Centreline const& line, double border, Faults& faults) {
-    for (RoadSample const& sample : line.samples) {
+    auto const check = [&](RoadSample const& sample) {
         bool const told = !faults.empty() && faults.back().line == sample.line;
-        if (told || !off_grid(course, sample, border)) continue;
+        if (told || !off_grid(course, sample, border)) return;
         faults.push_back({sample.line, "the road runs off the grid near " + place_text(sample.at)});
+    };
+    for (RoadSample const& sample : line.samples) check(sample);
+    for (std::vector<RoadSample> const& fork : line.forks) {
+        for (RoadSample const& sample : fork) check(sample);
     }
 }
 
@@ -51,6 +55,63 @@ void check_apart(Centreline const& line, Faults& faults) {
                 {b.line, "the road is broken: it runs into itself near " + place_text(b.at)});
             return;
         }
+    }
+}
+
+// A fork leaves the road and comes back to it further on, well away from the goal line; between its
+// ends it keeps clear of all other stretches.
+void check_fork(Course const& course, Centreline const& line, std::vector<RoadSample> const& fork,
+                Faults& faults) {
+    auto const fault = [&](std::string cause) {
+        faults.push_back({fork.front().line, "fork: " + std::move(cause)});
+    };
+    RoadSample const& from = nearest_sample(line, fork.front().at);
+    RoadSample const& to = nearest_sample(line, fork.back().at);
+    for (auto const& [end, road] :
+         {std::pair(&fork.front(), &from), std::pair(&fork.back(), &to)}) {
+        if (distance(end->at, road->at) + end->half_width > road->half_width + 1.0) {
+            return fault("its end near " + place_text(end->at) + " does not lie within the road");
+        }
+    }
+    if (along_difference(line, from.along, to.along) <= 0.0) {
+        return fault("it does not lead forwards");
+    }
+    Point const goal = 0.5 * (course.goal_a + course.goal_b);
+    double const middle = from.along + along_difference(line, from.along, to.along) / 2.0;
+    double const reach = along_difference(line, from.along, to.along) / 2.0 + RUN_UP;
+    double const goal_along = nearest_sample(line, goal).along;
+    if (std::fabs(along_difference(line, middle, goal_along)) < reach) {
+        return fault("it lies too near to the goal line");
+    }
+    for (RoadSample const& a : fork) {
+        for (RoadSample const& b : line.samples) {
+            double const apart = a.half_width + b.half_width + ROAD_GAP;
+            if (std::fabs(along_difference(line, middle, b.along)) < reach) continue;
+            if (distance(a.at, b.at) < apart) return fault("it runs into the road");
+        }
+    }
+}
+
+// Computer drivers go where the steps from the start grow. Where two ways meet that are unlike in
+// length, they would be sent back along the longer one.
+void check_progress(std::vector<RoadSample> const& samples, Track const& track, Faults& faults) {
+    constexpr int MAX_FALL = 12;   // steps, what the drivers do not mind
+    constexpr int START_ZONE = 64; // steps, from the goal line to past the start
+    int highest = -1;
+    for (RoadSample const& sample : samples) {
+        auto const x = static_cast<int>(std::floor(sample.at.x));
+        auto const y = static_cast<int>(std::floor(sample.at.y));
+        if (!track.contains(x, y)) continue;
+        int const steps = track.start_distance[track.index(x, y)];
+        if (steps < START_ZONE) highest = steps;
+        if (steps >= highest - MAX_FALL) {
+            highest = std::max(highest, steps);
+            continue;
+        }
+        faults.push_back({sample.line, "fork: the two ways are unlike in length: a computer's "
+                                       "driver would turn back near " +
+                                           place_text(sample.at)});
+        return;
     }
 }
 
@@ -164,6 +225,7 @@ void check_flood(Course const& course, Centreline const& line, Track const& trac
 void check_road(Course const& course, Centreline const& line, double border, Faults& faults) {
     check_on_grid(course, line, border, faults);
     check_apart(line, faults);
+    for (std::vector<RoadSample> const& fork : line.forks) check_fork(course, line, fork, faults);
 }
 
 void check_letterings(Course const& course, RoadField const& field, double border, Faults& faults) {
@@ -189,4 +251,7 @@ void check_grid(Course const& course, Centreline const& line, Track const& track
     if (!check_start(course, line, track, faults)) return;
     check_run_up(course, track, faults);
     check_flood(course, line, track, faults);
+    if (!faults.empty() || line.forks.empty()) return;
+    check_progress(line.samples, track, faults);
+    for (std::vector<RoadSample> const& fork : line.forks) check_progress(fork, track, faults);
 }

@@ -175,6 +175,15 @@ void read_lane(Reader& in, Course& course) {
     if (in.good) course.lanes.push_back(std::move(lane));
 }
 
+void read_fork(Reader& in, Course& course) {
+    Fork fork{.line = in.data.number};
+    fork.width = in.number("width", 24, 240);
+    fork.kerb_depth = in.number("depth of the kerbs", 0, 4);
+    fork.way = read_way(in);
+    if (fork.way.size() < 3) in.complain("a fork needs at least three points");
+    if (in.good) course.forks.push_back(std::move(fork));
+}
+
 // A round kind by its word.
 SceneryKind read_round_kind(Reader& in) {
     std::string const word = in.word("kind");
@@ -236,6 +245,7 @@ std::map<std::string, Statement, std::less<>> const& statements() {
         {"start", read_start},
         {"goal", read_goal},
         {"point", read_point},
+        {"fork", read_fork},
         {"area", read_area},
         {"lane", read_lane},
         {"row", read_row},

@@ -1,5 +1,7 @@
 #include "track_compiler/lane_field.h"
 
+#include "track_compiler/way.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -7,20 +9,6 @@
 namespace {
 
 constexpr double LANE_MARGIN = 6.0; // cells beside a lane in which it is known
-
-// The same way with its corners cut off, but with its own ends.
-std::vector<Point> smoothed(std::vector<Point> way) {
-    for (int round = 0; round < 3; round++) {
-        std::vector<Point> next = {way.front()};
-        for (std::size_t i = 0; i + 1 < way.size(); i++) {
-            next.push_back(way[i] + 0.25 * (way[i + 1] - way[i]));
-            next.push_back(way[i] + 0.75 * (way[i + 1] - way[i]));
-        }
-        next.push_back(way.back());
-        way = std::move(next);
-    }
-    return way;
-}
 
 struct Leg {
     Point from;
@@ -59,7 +47,7 @@ LaneField measure_lanes(Course const& course, int width, int height) {
     field.spots.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
     std::uint16_t number = 1;
     for (Lane const& lane : course.lanes) {
-        std::vector<Point> const way = smoothed(lane.way);
+        std::vector<Point> const way = smoothed_way(lane.way);
         double along = 0.0;
         for (std::size_t i = 0; i + 1 < way.size(); i++) {
             measure_leg({way[i], way[i + 1], along}, lane.width / 2.0 + LANE_MARGIN, number, field);

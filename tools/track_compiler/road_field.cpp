@@ -50,6 +50,11 @@ RoadField measure_road(Centreline const& line, int width, int height, double rea
     for (std::size_t i = 0; i < count; i++) {
         measure_stretch(line.samples[i], line.samples[(i + 1) % count], stretch, field);
     }
+    for (std::vector<RoadSample> const& fork : line.forks) {
+        for (std::size_t i = 0; i + 1 < fork.size(); i++) {
+            measure_stretch(fork[i], fork[i + 1], fork[i + 1].along - fork[i].along, field);
+        }
+    }
     return field;
 }
 
@@ -80,13 +85,5 @@ RoadPlace road_at(RoadField const& field, Point place) {
 }
 
 double kerb_depth_at(Centreline const& line, double along, double lateral) {
-    auto const depth = [&](RoadSample const& sample) {
-        return lateral < 0.0 ? sample.kerb_left : sample.kerb_right;
-    };
-    std::size_t const count = line.samples.size();
-    double const at = std::max(0.0, along / line.length * static_cast<double>(count));
-    auto const before = static_cast<std::size_t>(at);
-    double const t = at - static_cast<double>(before);
-    double const from = depth(line.samples[before % count]);
-    return from + (depth(line.samples[(before + 1) % count]) - from) * t;
+    return line.kerb_at(along, lateral < 0.0);
 }

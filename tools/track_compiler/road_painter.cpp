@@ -9,7 +9,8 @@ namespace {
 // Two wheel tracks with a paler strip between them, where everybody drives.
 Colour worn(PaintSource const& source, Point at, RoadPlace const& place) {
     Theme const& theme = source.theme;
-    double const racing = source.racing[source.line.index_at(place.along)];
+    bool const on_fork = place.along >= FORK_ALONG; // where the middle is the only line
+    double const racing = on_fork ? 0.0 : source.racing[source.line.index_at(place.along)];
     double const off = std::fabs(place.lateral - racing) + 12.0 * (clouds().at(at, 120.0) - 0.5);
     double const broad = 1.0 - smoothstep(6.0, 34.0, off);
     double const tracks = 1.0 - smoothstep(1.0, 7.0, std::fabs(std::fabs(off) - 7.0));
