@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <set>
-#include <string>
 #include <utility>
 
 namespace {
@@ -37,13 +36,13 @@ void require_clear(KeyBindings const& keys) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-    static std::string const path = scratch_folder() / "input.conf";
-    write_bytes(path, data, size);
     GamepadConfig red;
     GamepadConfig blue;
-    require(load_input_conf(path, red, blue));
+    InputStream pads(data, size);
+    read_input_conf(pads, red, blue);
     require_usable(red);
     require_usable(blue);
-    require_clear(load_own_keys(path));
+    InputStream keys(data, size);
+    require_clear(read_own_keys(keys));
     return 0;
 }

@@ -22,6 +22,17 @@ struct ScratchFolder {
 
 } // namespace
 
+std::string_view as_text(std::uint8_t const* data, std::size_t size) {
+    return {reinterpret_cast<char const*>(data), size};
+}
+
+// Nothing is ever written: the const_cast is for the interface.
+InputStream::InputStream(std::uint8_t const* data, std::size_t size)
+    : std::istream(static_cast<std::streambuf*>(this)) {
+    char* first = const_cast<char*>(reinterpret_cast<char const*>(data)); // NOLINT
+    setg(first, first, first + size);
+}
+
 fs::path const& scratch_folder() {
     static ScratchFolder const folder;
     return folder.path;

@@ -44,10 +44,8 @@ int player_of(std::string const& line) {
     return name == "red" ? 0 : name == "blue" ? 1 : -1;
 }
 
-// False if the file cannot be opened.
-bool read_conf(std::string const& path, std::vector<ConfLine>& lines) {
-    std::ifstream file(path);
-    if (!file) return false;
+std::vector<ConfLine> read_conf(std::istream& file) {
+    std::vector<ConfLine> lines;
     int number = 0;
     int player = -1;
     std::string raw;
@@ -63,7 +61,7 @@ bool read_conf(std::string const& path, std::vector<ConfLine>& lines) {
                              trim(line.substr(equals + 1))});
         }
     }
-    return true;
+    return lines;
 }
 
 // One control steers: a hat puts off an axis of a line above, and the other way round.
@@ -213,9 +211,13 @@ KeyBindings grant(std::vector<Wish> wishes) {
 } // namespace
 
 bool load_input_conf(std::string const& path, GamepadConfig& red, GamepadConfig& blue) {
-    std::vector<ConfLine> lines;
-    if (!read_conf(path, lines)) return false;
-    for (ConfLine const& line : lines) {
+    std::ifstream file(path);
+    if (file) read_input_conf(file, red, blue);
+    return file.is_open();
+}
+
+void read_input_conf(std::istream& text, GamepadConfig& red, GamepadConfig& blue) {
+    for (ConfLine const& line : read_conf(text)) {
         if (line.player == -1) continue;
         GamepadConfig& config = line.player == 0 ? red : blue;
         if (line.opens) {
@@ -225,12 +227,15 @@ bool load_input_conf(std::string const& path, GamepadConfig& red, GamepadConfig&
             set_value(config, line.key, line.value);
         }
     }
-    return true;
 }
 
 KeyBindings load_own_keys(std::string const& path) {
-    std::vector<ConfLine> lines;
-    read_conf(path, lines);
+    std::ifstream file(path); // one that does not open has no lines
+    return read_own_keys(file);
+}
+
+KeyBindings read_own_keys(std::istream& text) {
+    std::vector<ConfLine> const lines = read_conf(text);
     std::vector<Wish> wishes;
     for (int player : {0, 1}) {
         std::vector<ConfLine> const section = last_section(lines, player);

@@ -77,6 +77,10 @@ SDL_Point jpeg_size(std::istream& file) {
 
 SDL_Point picture_size(char const* path) {
     std::ifstream file(to_path(path), std::ios::binary);
+    return picture_size(file);
+}
+
+SDL_Point picture_size(std::istream& file) {
     Head head{};
     if (!file.read(head.data(), head.size())) return {};
     std::string_view const text(head.data(), head.size());

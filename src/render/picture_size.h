@@ -5,5 +5,9 @@
 
 #include <SDL.h>
 
+#include <iosfwd>
+
 // {0, 0} if the file cannot be read or is no PNG, JPEG or BMP.
 SDL_Point picture_size(char const* path);
+// The same of a file's bytes.
+SDL_Point picture_size(std::istream& file);

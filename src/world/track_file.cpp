@@ -110,10 +110,14 @@ bool find_markers(Track& track) {
 
 bool load_track(std::string const& path, Track& track) {
     std::ifstream file(to_path(path), std::ios::binary);
+    return file && read_track(file, path, track);
+}
+
+bool read_track(std::istream& file, std::string const& name, Track& track) {
     Track scratch;
-    if (!file || !read_head(file, scratch) || !read_rows(file, scratch)) return false;
+    if (!read_head(file, scratch) || !read_rows(file, scratch)) return false;
     if (!find_markers(scratch)) {
-        std::fprintf(stderr, "load_track(%s): missing '*' or '!'\n", path.c_str());
+        std::fprintf(stderr, "load_track(%s): missing '*' or '!'\n", name.c_str());
         return false;
     }
     head_from_goal(scratch);

@@ -18,12 +18,15 @@
 #include <array>
 #include <cstddef>
 #include <filesystem>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
 // Reads a .trk file. True if it gave a complete track, which then replaces `track` whole; on
 // false `track` is unchanged. Memory stays in proportion to the rows that the file really holds.
 bool load_track(std::string const& path, Track& track);
+// The same of a file's bytes; `name` is what a missing marker is told of.
+bool read_track(std::istream& file, std::string const& name, Track& track);
 
 struct TrackFile {
     std::size_t slot; // 1..9
