@@ -3,9 +3,8 @@
 #include "input/input_conf.h"
 #include "input_file.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <set>
+#include <map>
 #include <utility>
 
 namespace {
@@ -18,18 +17,15 @@ void require_usable(GamepadConfig const& config) {
 
 // Every control has a key, and no key has two controls.
 void require_clear(KeyBindings const& keys) {
-    std::set<std::pair<std::size_t, std::size_t>> holders;
-    for (int code = 1; code < SDL_NUM_SCANCODES; ++code) {
-        holders.clear();
-        for (std::size_t player = 0; player < keys.size(); ++player) {
-            for (std::size_t control = 0; control < keys[player].size(); ++control) {
-                auto const& held = keys[player][control];
-                require(!held.empty());
-                if (std::find(held.begin(), held.end(), code) != held.end())
-                    holders.insert({player, control});
+    std::map<SDL_Scancode, std::pair<std::size_t, std::size_t>> holders;
+    for (std::size_t player = 0; player < keys.size(); ++player) {
+        for (std::size_t control = 0; control < keys[player].size(); ++control) {
+            require(!keys[player][control].empty());
+            for (SDL_Scancode const key : keys[player][control]) {
+                auto const [holder, added] = holders.try_emplace(key, player, control);
+                require(added || holder->second == std::pair(player, control));
             }
         }
-        require(holders.size() <= 1);
     }
 }
 

@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::uint32_t MAX_TICKS_PER_STEP = 1000;
 constexpr std::uint32_t MAX_FRAMES = 10'000'000;
-constexpr std::size_t HEAD_SIZE = 8;
+constexpr std::size_t TRACE_HEAD_SIZE = 8;
 constexpr std::size_t SECTOR = 512;    // bytes; what a disk writes as one
 constexpr double FARTHEST_PLACE = 1e6; // cells; no grid reaches that far
 
@@ -132,7 +132,7 @@ bool ghost_trace_is_whole(std::string const& path) {
     // A hole in the last sector may be shorter than a frame. Its last 8 bytes are flags, which may
     // well be zero.
     std::string_view const bytes = as_bytes(frames.data(), frames.size() * sizeof(CarState));
-    std::size_t const behind = std::min((HEAD_SIZE + bytes.size()) % SECTOR, bytes.size());
+    std::size_t const behind = std::min((TRACE_HEAD_SIZE + bytes.size()) % SECTOR, bytes.size());
     std::string_view const tail = bytes.substr(bytes.size() - behind);
     return tail.size() <= 8 || tail.find_first_not_of('\0') != std::string_view::npos;
 }

@@ -13,7 +13,7 @@ constexpr char const* NAMES_FILE = "last_player_names.txt";
 constexpr std::size_t LONGEST_LINE = 255; // bytes; what is beyond counts as the next line
 
 // Takes a line off the text and gives it without the blanks around it. False at the text's end.
-bool take_name(std::string_view& text, std::string& name) {
+bool take_line(std::string_view& text, std::string& name) {
     if (text.empty()) return false;
     std::string_view const piece = text.substr(0, LONGEST_LINE);
     std::string_view line = piece.substr(0, piece.find('\n'));
@@ -28,7 +28,7 @@ bool take_name(std::string_view& text, std::string& name) {
 
 std::array<std::string, 2> parse_player_names(std::string_view text) {
     std::array<std::string, 2> names;
-    bool const both = take_name(text, names[0]) && take_name(text, names[1]);
+    bool const both = take_line(text, names[0]) && take_line(text, names[1]);
     if (both && !names[0].empty() && !names[1].empty()) return names;
     return {"Pixie", "Gadget"};
 }

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int BAND_ROWS = 64; // 1 MB of a picture 4,000 pixels wide
+constexpr int READ_ROWS = 64; // 1 MB of a picture 4,000 pixels wide
 
 std::uint32_t unpacked_pixel(std::uint32_t pixel, SDL_PixelFormat const* format) {
     SDL_Color color{};
@@ -92,9 +92,9 @@ bool upload_rows(SDL_Texture* texture, PalettePng& rows) {
     SDL_QueryTexture(texture, &format, nullptr, nullptr, nullptr);
     std::vector<std::uint32_t> const colors = rows.colors(format);
     auto const w = static_cast<std::size_t>(rows.width());
-    std::vector<std::uint32_t> band(w * BAND_ROWS);
-    for (int y = 0; y < rows.height(); y += BAND_ROWS) {
-        SDL_Rect const place = {0, y, rows.width(), std::min(BAND_ROWS, rows.height() - y)};
+    std::vector<std::uint32_t> band(w * READ_ROWS);
+    for (int y = 0; y < rows.height(); y += READ_ROWS) {
+        SDL_Rect const place = {0, y, rows.width(), std::min(READ_ROWS, rows.height() - y)};
         for (int row = 0; row < place.h; ++row) {
             if (!rows.read_row(colors, &band[w * static_cast<std::size_t>(row)])) return false;
         }
@@ -120,7 +120,7 @@ bool upload(SDL_Texture* texture, SDL_Surface* picture) {
         return SDL_UpdateTexture(texture, nullptr, picture->pixels, picture->pitch) == 0;
     }
     SurfaceHandle const band(
-        SDL_CreateRGBSurfaceWithFormat(0, picture->w, std::min(BAND_ROWS, picture->h), 32, format));
+        SDL_CreateRGBSurfaceWithFormat(0, picture->w, std::min(READ_ROWS, picture->h), 32, format));
     if (!band) return false;
     SDL_SetSurfaceBlendMode(picture, SDL_BLENDMODE_NONE);
     for (int y = 0; y < picture->h; y += band->h) {

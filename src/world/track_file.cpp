@@ -28,7 +28,7 @@ constexpr std::size_t CELLS_PER_BYTE = 16;
 // length.
 class LineReader {
 public:
-    explicit LineReader(std::istream& stream) : stream_(stream), buffer_(std::size_t{1} << 16) {}
+    explicit LineReader(std::istream& stream) : stream_(stream), buffer_(std::size_t{1} << 13) {}
 
     // Writes the next line's first bytes, `limit` at most, to `out` and drops the others. The
     // number written; nothing if the stream has ended.

@@ -50,14 +50,14 @@ bool is_free(SceneryItem const& wanted, Course const& course, RoadField const& f
 // As near to the line as there is room, and level: the camera never turns.
 void add_banner(Course& course, Goal const& goal, RoadField const& field, double border) {
     constexpr double STEP = 10.0; // cells along the road to the next try
-    constexpr int TRIES = 24;
+    constexpr int PLACES_TRIED = 24;
     SceneryItem banner{.kind = SceneryKind::banner, .text = course.name};
     banner.length = BANNER_LETTER * stencil_width(course.name) + 2.0 * BANNER_END;
     banner.width = BANNER_WIDTH;
     Point const half = half_box(banner);
     double const away = goal.half_span + border + CLEAR + std::fabs(goal.side.x) * half.x +
                         std::fabs(goal.side.y) * half.y;
-    for (int step = 0; step < TRIES; step++) {
+    for (int step = 0; step < PLACES_TRIED; step++) {
         double const along = STEP * (step % 2 == 0 ? -step / 2 : (step + 1) / 2);
         for (double const side : {-1.0, 1.0}) {
             for (double const further : {0.0, 14.0}) { // in front of the flags or behind them
