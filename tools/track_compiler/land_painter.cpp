@@ -195,6 +195,21 @@ Colour ruts_colour(Theme const& theme, double off, double half, Point at, Colour
     return mix(ground, earth, stepped(worn * (1.0 - grass) * 0.9));
 }
 
+// Where a stream goes under the road: a wall of stone with a dark mouth in it. `gap` is the
+// distance to the road's rim in cells.
+Colour culvert_colour(Theme const& theme, double off, double half, double gap, Point at,
+                      Colour water) {
+    constexpr double DEEP = 9.0;  // cells of wall before the rim
+    constexpr double WINGS = 5.0; // of wall beside the stream
+    if (gap > DEEP || off > half + WINGS) return water;
+    if (off < half - 1.0) {
+        double const arch = DEEP - 4.0 * (off / half) * (off / half);
+        return mix(shade(theme.water_deep, 0.25), water, smoothstep(arch - 3.0, arch, gap));
+    }
+    bool const joint = on_lines(gap, 4.5, 0.8) || on_lines(off, 6.0, 0.8);
+    return shade(theme.stone, (joint ? 0.7 : 0.98) + 0.12 * grain(at, 1.6));
+}
+
 Colour on_lane(Theme const& theme, Lane const& lane, LaneSpot const& spot, Point at,
                Colour ground) {
     auto const off = static_cast<double>(spot.off);
@@ -216,6 +231,16 @@ Colour on_lane(Theme const& theme, Lane const& lane, LaneSpot const& spot, Point
     }
     }
     return ground;
+}
+
+// A stream keeps its water up to the road, where the verge would cover it, and goes under it there.
+Colour under_road(PaintSource const& source, Lane const& lane, LaneSpot const& spot, Point at,
+                  double edge, Colour ground) {
+    auto const off = static_cast<double>(spot.off);
+    double const gap = edge - source.theme.rim_width;
+    double const half = lane.width / 2.0;
+    Colour const water = on_lane(source.theme, lane, spot, at, ground);
+    return culvert_colour(source.theme, off, half, gap, at, water);
 }
 
 } // namespace
@@ -240,11 +265,20 @@ Colour land_colour(PaintSource const& source, Land const& land, Point at, double
     bool const afloat =
         place.area != nullptr && place.area->kind == GroundKind::water && place.depth > -1.0;
     if (LaneSpot const spot = lane_at(land.lanes, at); spot.lane != 0 && !afloat) {
-        colour = on_lane(theme, source.course.lanes[spot.lane - 1U], spot, at, colour);
+        Lane const& lane = source.course.lanes[spot.lane - 1U];
+        constexpr double FADE = 22.0; // cells in which a lane loses itself at its end
+        double const left = smoothstep(0.0, FADE, static_cast<double>(spot.end));
+        colour = mix(colour, on_lane(theme, lane, spot, at, colour), left);
     }
     if (edge < 40.0 && !paved) {
         double const away = edge + 26.0 * (clouds().at(at, 46.0) - 0.5);
         colour = mix(theme.verge, colour, stepped(smoothstep(9.0, 30.0, away)));
+    }
+    if (LaneSpot const spot = lane_at(land.lanes, at); spot.lane != 0 && edge < 40.0) {
+        Lane const& lane = source.course.lanes[spot.lane - 1U];
+        if (lane.kind == LaneKind::stream) {
+            colour = under_road(source, lane, spot, at, edge, colour);
+        }
     }
     return shade(colour, 1.0 + theme.grain * (0.06 * grain(at, 1.3) + 0.06 * grain(at, 4.0)));
 }

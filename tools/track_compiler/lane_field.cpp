@@ -14,6 +14,7 @@ struct Leg {
     Point from;
     Point to;
     double along = 0.0; // of its beginning
+    double whole = 0.0; // the lane's length
 };
 
 void measure_leg(Leg const& leg, double reach, std::uint16_t number, LaneField& field) {
@@ -34,7 +35,9 @@ void measure_leg(Leg const& leg, double reach, std::uint16_t number, LaneField& 
                 field.spots[static_cast<std::size_t>(y) * static_cast<std::size_t>(field.width) +
                             static_cast<std::size_t>(x)];
             if (static_cast<double>(off) > reach || (spot.lane != 0 && spot.off <= off)) continue;
-            spot = {number, off, static_cast<float>(leg.along + t * std::sqrt(square))};
+            double const along = leg.along + t * std::sqrt(square);
+            spot = {number, off, static_cast<float>(along),
+                    static_cast<float>(std::min(along, leg.whole - along))};
         }
     }
 }
@@ -48,9 +51,12 @@ LaneField measure_lanes(Course const& course, int width, int height) {
     std::uint16_t number = 1;
     for (Lane const& lane : course.lanes) {
         std::vector<Point> const way = smoothed_way(lane.way);
+        double whole = 0.0;
+        for (std::size_t i = 0; i + 1 < way.size(); i++) whole += distance(way[i], way[i + 1]);
         double along = 0.0;
         for (std::size_t i = 0; i + 1 < way.size(); i++) {
-            measure_leg({way[i], way[i + 1], along}, lane.width / 2.0 + LANE_MARGIN, number, field);
+            measure_leg({way[i], way[i + 1], along, whole}, lane.width / 2.0 + LANE_MARGIN, number,
+                        field);
             along += distance(way[i], way[i + 1]);
         }
         number++;
@@ -77,5 +83,6 @@ LaneSpot lane_at(LaneField const& field, Point place) {
     };
     found.off = blend(&LaneSpot::off);
     found.along = blend(&LaneSpot::along);
+    found.end = blend(&LaneSpot::end);
     return found;
 }

@@ -11,6 +11,7 @@ struct LaneSpot {
     std::uint16_t lane = 0; // 1 + index of the lane, 0 for none in sight
     float off = 0.0F;       // cells from its middle
     float along = 0.0F;     // cells from its beginning
+    float end = 0.0F;       // cells to its nearer end
 };
 
 struct LaneField {

@@ -13,8 +13,10 @@ namespace {
 Colour with_squares(Theme const& theme, Point at, Colour colour) {
     constexpr double SQUARE = 20.0; // cells
     auto const off = [](double value) { return std::fabs(std::remainder(value, SQUARE)); };
-    bool const on_line = std::min(off(at.x), off(at.y)) < 0.5;
-    return on_line ? mix(colour, theme.water_deep, 0.7 * theme.paper) : colour;
+    // A thin line in a soft one: seen from afar, where pixels are skipped, the soft one remains.
+    double const away = std::min(off(at.x), off(at.y));
+    double const ink = (away < 0.5 ? 0.34 : 0.0) + 0.15 * smoothstep(3.6, 0.4, away);
+    return mix(colour, theme.water_deep, ink * theme.paper);
 }
 
 // Six bits a channel do for the ground: its textures hide the steps, and files grow with every

@@ -6,6 +6,13 @@
 
 namespace {
 
+// Cells along a fork to its nearer end.
+double fork_end(Centreline const& line, double along) {
+    auto const number = static_cast<std::size_t>((along - FORK_ALONG) / FORK_SPAN);
+    std::vector<RoadSample> const& fork = line.forks[number];
+    return std::min(along - fork.front().along, fork.back().along - along);
+}
+
 // Two wheel tracks with a paler strip between them, where everybody drives.
 Colour worn(PaintSource const& source, Point at, RoadPlace const& place) {
     Theme const& theme = source.theme;
@@ -15,7 +22,9 @@ Colour worn(PaintSource const& source, Point at, RoadPlace const& place) {
     double const broad = 1.0 - smoothstep(6.0, 34.0, off);
     double const tracks = 1.0 - smoothstep(1.0, 7.0, std::fabs(std::fabs(off) - 7.0));
     double const streak = clouds().at({place.along * 0.12, place.lateral * 2.2}, 16.0);
-    double const rubber = (0.58 * broad + 0.30 * tracks) * (0.72 + 0.56 * streak);
+    // Where a fork leaves the road the two lines of rubber must not meet at a seam.
+    double const left = on_fork ? smoothstep(30.0, 110.0, fork_end(source.line, place.along)) : 1.0;
+    double const rubber = left * (0.58 * broad + 0.30 * tracks) * (0.72 + 0.56 * streak);
     return mix(theme.road, theme.road_worn, stepped(rubber));
 }
 
