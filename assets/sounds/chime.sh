@@ -27,4 +27,4 @@ effect high high1 pad 0.270
 effect under under1 pad 0.270
 layers all c 0.6 e1 0.65 g1 0.7 high1 0.85 under1 0.35
 effect all wide reverb 28 60 40
-publish wide -4 fade t 0 1.6 0.4
+publish wide -23.6 fade t 0 1.6 0.4

@@ -1,11 +1,12 @@
 # shellcheck shell=bash
-# What the recipes share. A recipe is a bash script that is called as "recipe OUT.mp3"; it sources
-# this file, works in a scratch folder with 44,100 Hz mono sound, and ends with "publish".
+# What the recipes share. A recipe is a bash script that is called as
+# "recipe LOUDNESS_TOOL OUT.mp3"; it sources this file, works in a scratch folder with 44,100 Hz mono sound, and ends with "publish".
 set -euo pipefail
 
 # shellcheck disable=SC2034 # for recipes that read a file of this folder
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-out=$(realpath -m "$1")
+loudness=$(realpath "$1")
+out=$(realpath -m "$2")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
@@ -44,12 +45,16 @@ layers() {
   sox -V1 -m "${args[@]}" -e float -b 32 "$name.wav"
 }
 
-# publish NAME PEAK EFFECTS...: the finished sound at the game's 22,050 Hz, PEAK in dB of full scale.
+# publish NAME LUFS EFFECTS...: the finished sound at the game's 22,050 Hz and so loud by EBU R128.
 publish() {
-  local name=$1 peak=$2
+  local name=$1 lufs=$2 is
   shift 2
-  sox -V1 -D "$name.wav" -b 16 final.wav highpass 25 "$@" rate -v 22050 gain -n "$peak"
-  lame --quiet --noreplaygain -m m -q 2 -b 64 final.wav final.mp3
+  sox -V1 "$name.wav" -e float -b 32 shaped.wav highpass 25 "$@" rate -v 22050 gain -n -6
+  sox -V1 shaped.wav -b 16 level.raw
+  read -r is _ < <("$loudness" level.raw)
+  sox -V1 -D shaped.wav -b 16 final.wav vol "$(awk "BEGIN { print $lufs - ($is) }")dB"
+  # LAME turns what it is given down to 0.95.
+  lame --quiet --noreplaygain --scale 1.0526 -m m -q 2 -b 64 final.wav final.mp3
   mkdir -p "$(dirname "$out")"
   mv final.mp3 "$out"
   echo "$(basename "$out"): $(soxi -D final.wav) s"

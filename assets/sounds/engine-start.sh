@@ -52,4 +52,4 @@ sox -V1 cough1.wav rise1.wav fall1.wav idle1.wav -e float -b 32 engine.wav
 effect engine engine1 pad $crank
 effect bang bang1 pad $crank
 layers both starter1 1.3 engine1 1.0 bang1 1.6
-publish both -5 equalizer 2600 1q 2 fade t 0 2.3 0.5
+publish both -25.8 equalizer 2600 1q 2 fade t 0 2.3 0.5

@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# The winner's electronic fanfare: a score (fanfare.abc) on synthesisers, with a noise that sweeps up
+# The winner's electronic fanfare: a score (fanfare.song) on synthesisers, with a noise that sweeps up
 # into its first and its last beat, as dance music announces them.
 # shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "$0")/common.sh"
 
-soundfont=/usr/share/sounds/sf2/TimGM6mb.sf2
-[ -r "$soundfont" ] || { echo "$soundfont is missing: install timgm6mb-soundfont" >&2; exit 1; }
+soundfont=/usr/share/sounds/sf3/FluidR3Mono_GM.sf3
+[ -r "$soundfont" ] || { echo "$soundfont is missing: install fluidr3mono-gm-soundfont" >&2; exit 1; }
 
-abc2midi "$here/fanfare.abc" -o score.mid >/dev/null
-fluidsynth -ni -q -r 44100 -g 0.35 -T wav -O float -F played.wav \
+python3 "$here/../../tools/sequencer/sequence.py" "$here/fanfare.song" score.mid >/dev/null
+fluidsynth -ni -q -r 44100 -g 0.35 -o synth.dynamic-sample-loading=1 -T wav -O float -F played.wav \
   "$soundfont" score.mid 2>/dev/null
 effect played band remix - compand 0.01,0.2 6:-50,-50,-30,-24,-14,-10,0,-5
 
@@ -21,4 +21,4 @@ effect band band-at pad $lead_in
 effect rise rise-at pad "$(awk "BEGIN { print $last + $lead_in - 1.6 }")"
 effect burst burst-at pad "$(awk "BEGIN { print $last + $lead_in }")"
 layers all band-at 1.0 sweep 0.10 rise-at 0.10 burst-at 0.06
-publish all -1.5 fade t 0 15 1.6
+publish all -27.7 fade t 0 15 1.6
