@@ -100,4 +100,4 @@ level claps -25
 layers stand roar-level 1 voices-level 1 whistles-level 1 claps-level 1
 effect stand open trim 0 $seconds reverb 30 60 80 compand 0.05,0.4 6:-40,-32,-20,-17,0,-8
 # A wave of cheers goes through the stand after 4 s: the whole swells once more.
-publish open -26 highpass 90 tremolo 0.23 22 fade t 0.08 $seconds 1.5
+publish open -26.6 highpass 90 tremolo 0.23 22 fade t 0.08 $seconds 1.5

@@ -21,4 +21,4 @@ effect band band-at pad $lead_in
 effect rise rise-at pad "$(awk "BEGIN { print $last + $lead_in - 1.6 }")"
 effect burst burst-at pad "$(awk "BEGIN { print $last + $lead_in }")"
 layers all band-at 1.0 sweep 0.10 rise-at 0.10 burst-at 0.06
-publish all -27.7 fade t 0 15 1.6
+publish all -28.3 fade t 0 15 1.6

@@ -1,6 +1,7 @@
 #include "audio/mp3.h"
 #include "content_check/checks.h"
 #include "content_check/report.h"
+#include "loudness/loudness.h"
 
 #include <algorithm>
 #include <array>
@@ -13,38 +14,43 @@
 
 namespace {
 
-constexpr int RATE = 22050;     // Hz: what the files are made at, so that nothing is resampled
-constexpr int MAX_PEAK = 32000; // of 32767
+constexpr int RATE = 22050;       // Hz: what the files are made at, so that nothing is resampled
+constexpr double MAX_PEAK = -1.0; // dBTP
+constexpr double MAX_SPREAD =
+    4.0; // dB between the quietest and the loudest screen as they are heard
+constexpr double MAX_EFFECT = 6.0; // dB by which 400 ms of an effect may exceed the screens
+constexpr double TOLERANCE = 1.0;  // dB, for what an MP3 changes
+constexpr double MIN_BASS = -12.0; // dB of all below BASS_HZ against the whole
+constexpr double BASS_HZ = 180.0;
 
 using Samples = std::vector<std::int16_t>;
 
-// Lengths in seconds; levels are RMS over the whole file, of 32767.
+// Lengths in seconds; `lufs` is the file's own loudness, `volume` what the game plays it at.
 struct WantedSound {
     char const* file;
     double min_s;
     double max_s;
-    double min_rms;
-    double max_rms;
+    double lufs;
+    double volume;
 };
 
-// Music lies under engines of 1000 to 1700 at 0.3 of its level; the pieces are alike in loudness.
 constexpr std::array<WantedSound, 6> MUSIC{{
-    {"music/Gallop Over Pine Hills -- game 1.mp3", 90, 180, 2500, 4000},
-    {"music/Gallop Over Pine Hills -- game 2.mp3", 90, 180, 2500, 4000},
-    {"music/Booting GEM Dreams.mp3", 90, 180, 2500, 4000},
-    {"music/Relentless Grid.mp3", 90, 180, 2500, 4000},
-    {"music/Twin Rivers C64.mp3", 90, 180, 2500, 4000},
-    {"music/HiScore - Meadow Run Arcade 2.mp3", 60, 180, 2500, 4000},
+    {"music/Gallop Over Pine Hills -- game 1.mp3", 90, 180, -24.7, 0.6},
+    {"music/Gallop Over Pine Hills -- game 2.mp3", 90, 180, -21, 0.3},
+    {"music/Booting GEM Dreams.mp3", 90, 180, -21, 0.3},
+    {"music/Relentless Grid.mp3", 90, 180, -21, 0.3},
+    {"music/Twin Rivers C64.mp3", 90, 180, -21, 0.3},
+    {"music/HiScore - Meadow Run Arcade 2.mp3", 60, 180, -23.5, 0.5},
 }};
 
-constexpr WantedSound CROWD{"sounds/tallycraft-crowd-cheering-314920.mp3", 8.0, 12.0, 2500, 6500};
+constexpr WantedSound CROWD{"sounds/tallycraft-crowd-cheering-314920.mp3", 8.0, 12.0, -26.6, 0.8};
 
 constexpr std::array<WantedSound, 5> SOUNDS{{
-    {"sounds/hollowreed-car-door-shut-297266.mp3", 0.3, 0.6, 2000, 8000},
-    {"sounds/emberworks-car-engine-372477.mp3", 1.5, 3.0, 3000, 9000},
-    {"sounds/openclip_circle-goodresult-82807.mp3", 1.0, 1.8, 1500, 6000},
+    {"sounds/hollowreed-car-door-shut-297266.mp3", 0.3, 0.6, -27.5, 1.0},
+    {"sounds/emberworks-car-engine-372477.mp3", 1.5, 3.0, -25.8, 0.8},
+    {"sounds/openclip_circle-goodresult-82807.mp3", 1.0, 1.8, -23.6, 0.6},
     CROWD,
-    {"sounds/brightfold-exhilarating-electro-153282.mp3", 10.0, 15.5, 3000, 6500},
+    {"sounds/brightfold-exhilarating-electro-153282.mp3", 10.0, 15.5, -28.3, 1.0},
 }};
 
 double seconds_of(Samples const& samples) {
@@ -68,10 +74,20 @@ bool is_loud_throughout(Samples const& samples, double from, double to, double s
     return true;
 }
 
-int peak(Samples const& samples) {
-    int most = 0;
-    for (int const sample : samples) most = std::max(most, std::abs(sample));
-    return most;
+// How much bass there is, in dB against the whole: two poles of a low-pass.
+double bass(Samples const& samples) {
+    double const share = 1.0 - std::exp(-2.0 * 3.14159265358979 * BASS_HZ / RATE);
+    double once = 0.0;
+    double twice = 0.0;
+    double low = 0.0;
+    double whole = 1.0;
+    for (int const sample : samples) {
+        once += share * (sample - once);
+        twice += share * (once - twice);
+        low += twice * twice;
+        whole += static_cast<double>(sample) * sample;
+    }
+    return 10.0 * std::log10((low + 1e-9) / whole);
 }
 
 // The step from sample to sample that only one in a thousand exceeds.
@@ -86,18 +102,11 @@ int usual_step(Samples const& samples) {
     return *place;
 }
 
-bool fits(Samples const& samples, WantedSound const& wanted) {
-    double const seconds = seconds_of(samples);
-    double const level = rms(samples, 0.0, seconds);
-    return seconds >= wanted.min_s && seconds <= wanted.max_s && level >= wanted.min_rms &&
-           level <= wanted.max_rms && peak(samples) < MAX_PEAK;
-}
-
 // The mixer goes from the last sample straight to the first.
 bool loops_without_click_or_gap(Samples const& samples) {
     double const seconds = seconds_of(samples);
     return std::abs(samples.front() - samples.back()) <= usual_step(samples) &&
-           rms(samples, 0.0, 0.05) > 150.0 && rms(samples, seconds - 0.05, 0.05) > 150.0;
+           rms(samples, 0.0, 0.05) > 100.0 && rms(samples, seconds - 0.05, 0.05) > 100.0;
 }
 
 // A sound slot has no envelope of its own: what begins or ends with a step is heard as a click.
@@ -106,19 +115,34 @@ bool begins_soon_and_ends_softly(Samples const& samples) {
            std::abs(samples.back()) < 400;
 }
 
-void add_sound(Report& report, WantedSound const& wanted, Samples const& samples,
-               std::string const& fault) {
-    std::array<char, 96> measured{};
-    std::snprintf(measured.data(), measured.size(), "%.2f s, RMS %.0f, peak %d",
-                  seconds_of(samples), rms(samples, 0.0, seconds_of(samples)), peak(samples));
-    bool const fit = fits(samples, wanted);
-    report.add(fit && fault.empty(), wanted.file, measured.data() + fault);
+// How far a level in a file lies from where it is heard.
+double decibels(double volume) {
+    return 20.0 * std::log10(volume);
+}
+
+Loudness add_sound(Report& report, WantedSound const& wanted, Samples const& samples,
+                   std::string const& fault) {
+    Loudness const found = loudness_of(samples, RATE);
+    double const seconds = seconds_of(samples);
+    std::array<char, 128> measured{};
+    std::snprintf(measured.data(), measured.size(),
+                  "%.2f s, %.1f LUFS, heard at %.1f, peak %.1f dB", seconds, found.integrated,
+                  found.integrated + decibels(wanted.volume), found.true_peak);
+    bool const fits = seconds >= wanted.min_s && seconds <= wanted.max_s &&
+                      std::abs(found.integrated - wanted.lufs) <= TOLERANCE &&
+                      found.true_peak < MAX_PEAK;
+    report.add(fits && fault.empty(), wanted.file, measured.data() + fault);
+    return found;
 }
 
 std::string fault_in_music(Samples const& samples) {
     if (samples.size() < 2) return ", nothing to play";
     if (!loops_without_click_or_gap(samples)) return ", clicks or gapes where it begins again";
-    if (!is_loud_throughout(samples, 0.0, seconds_of(samples), 1.0, 700.0)) return ", falls silent";
+    double const usual = rms(samples, 0.0, seconds_of(samples));
+    if (!is_loud_throughout(samples, 0.0, seconds_of(samples), 1.0, usual / 5.0)) {
+        return ", falls silent";
+    }
+    if (bass(samples) < MIN_BASS) return ", has no bass";
     return "";
 }
 
@@ -127,18 +151,41 @@ std::string fault_in_sound(Samples const& samples) {
     return begins_soon_and_ends_softly(samples) ? "" : ", begins late or ends with a click";
 }
 
+void check_crowd(Report& report) {
+    // The game takes 2 s to fade the crowd from its sixth second: until then it has to cheer on.
+    Samples const crowd = decode_mp3_mono(CROWD.file, RATE);
+    double const usual = rms(crowd, 0.0, seconds_of(crowd));
+    report.add(is_loud_throughout(crowd, 0.25, 8.25, 0.5, usual / 2.0), CROWD.file,
+               "cheers for 8 s");
+}
+
+void check_balance(Report& report, double quietest, double loudest, double loudest_effect) {
+    double const over = loudest_effect - (quietest + loudest) / 2.0;
+    std::array<char, 96> measured{};
+    std::snprintf(measured.data(), measured.size(), "music %.1f dB apart, effects %.1f dB over it",
+                  loudest - quietest, over);
+    report.add(loudest - quietest <= MAX_SPREAD && over <= MAX_EFFECT, "music and sounds",
+               measured.data());
+}
+
 } // namespace
 
 void check_audio(Report& report) {
+    double quietest = 0.0;
+    double loudest = -100.0;
+    double loudest_effect = -100.0;
     for (WantedSound const& wanted : MUSIC) {
         Samples const samples = decode_mp3_mono(wanted.file, RATE);
-        add_sound(report, wanted, samples, fault_in_music(samples));
+        Loudness const found = add_sound(report, wanted, samples, fault_in_music(samples));
+        double const heard = found.integrated + decibels(wanted.volume);
+        quietest = std::min(quietest, heard);
+        loudest = std::max(loudest, heard);
     }
     for (WantedSound const& wanted : SOUNDS) {
         Samples const samples = decode_mp3_mono(wanted.file, RATE);
-        add_sound(report, wanted, samples, fault_in_sound(samples));
+        Loudness const found = add_sound(report, wanted, samples, fault_in_sound(samples));
+        loudest_effect = std::max(loudest_effect, found.momentary + decibels(wanted.volume));
     }
-    // The game takes 2 s to fade the crowd from its sixth second: until then it has to cheer on.
-    Samples const crowd = decode_mp3_mono(CROWD.file, RATE);
-    report.add(is_loud_throughout(crowd, 0.25, 8.25, 0.5, 1500.0), CROWD.file, "cheers for 8 s");
+    check_balance(report, quietest, loudest, loudest_effect);
+    check_crowd(report);
 }

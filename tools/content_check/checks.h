@@ -13,5 +13,7 @@ void check_track_pictures(Report& report);
 void check_art(Report& report);
 // The files open as fonts and know the letters that the game writes.
 void check_fonts(Report& report);
-// Music and sounds: decode, with the length and the level that their use wants.
+// Music and sounds: decode, with the length and the loudness that their use wants.
 void check_audio(Report& report);
+// Engines and tyres, as the mixer makes them, stand out from the music of a race.
+void check_engines(Report& report);

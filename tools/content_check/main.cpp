@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
     check_fonts(report);
     check_art(report);
     check_audio(report);
+    check_engines(report);
     check_track_pictures(report);
     check_tracks(report);
 
