@@ -8,7 +8,7 @@ soundfont=/usr/share/sounds/sf3/FluidR3Mono_GM.sf3
 [ -r "$soundfont" ] || { echo "$soundfont is missing: install fluidr3mono-gm-soundfont" >&2; exit 1; }
 
 python3 "$here/../../tools/sequencer/sequence.py" "$here/fanfare.song" score.mid >/dev/null
-fluidsynth -ni -q -r 44100 -g 0.35 -o synth.dynamic-sample-loading=1 -T wav -O float -F played.wav \
+fluidsynth -ni -q -r 44100 -g 0.35 -o synth.dynamic-sample-loading=1 -o synth.chorus.active=0 -T wav -O float -F played.wav \
   "$soundfont" score.mid 2>/dev/null
 effect played band remix - compand 0.01,0.2 6:-50,-50,-30,-24,-14,-10,0,-5
 

@@ -11,14 +11,14 @@ from song import BAR, Song
 
 # What a song that loops has at least, so that nobody tires of it: distinct bars.
 ENOUGH = {"drums": 12, "bass": 20, "melody": 24}
-VOLUME, PAN, REVERB, CHORUS, WHEEL = 7, 10, 91, 93, 1
+VOLUME, PAN, REVERB, WHEEL = 7, 10, 91, 1
 
 
 def controls(voice, notes):
     """The channel's settings, and a vibrato that comes up late in long notes."""
     number = voice.number
     out = [(0, VOLUME, number["level"]), (0, PAN, 64), (0, REVERB, number["room"]),
-           (0, CHORUS, number["chorus"]), (0, WHEEL, 0)]
+           (0, WHEEL, 0)]
     if number["vibrato"]:
         for tick, ticks, _, _ in notes:
             if ticks >= 600:

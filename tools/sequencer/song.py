@@ -5,7 +5,7 @@ import re
 from notes import Chord, ScoreError, parse_bar
 
 BAR = 4 * 480  # ticks: all our songs are in four quarters
-SETTINGS = {"program": 0, "level": 100, "room": 40, "chorus": 0, "low": 52, "gate": 95, "strum": 0,
+SETTINGS = {"program": 0, "level": 100, "room": 40, "low": 52, "gate": 95, "strum": 0,
             "vibrato": 0, "later": 0, "soft": 100, "octave": 0}
 
 
