@@ -196,7 +196,7 @@ std::string other_holder(KeyBindings const& keys, Wish const& wish) {
 // may be another's in turn: each round takes one wish away.
 KeyBindings grant(std::vector<Wish> wishes) {
     while (true) {
-        KeyBindings const keys = bound_by(wishes);
+        KeyBindings keys = bound_by(wishes);
         auto const loser = std::find_if(wishes.rbegin(), wishes.rend(), [&](Wish const& wish) {
             return !other_holder(keys, wish).empty();
         });

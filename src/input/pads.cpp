@@ -111,7 +111,9 @@ void add_mappings() {
         }
         SDL_free(base);
     }
-    if (added >= 0) std::printf("pads: %d mappings from %s\n", added, MAPPINGS);
+    if (added < 0) return;
+    std::printf("pads: %d mappings from %s\n", added, MAPPINGS);
+    std::fflush(stdout);
 }
 
 } // namespace
@@ -249,8 +251,17 @@ std::string Pads::take_news() {
     return std::exchange(news_, {});
 }
 
+// A spare pad that is used while a player has none is that player's.
+void Pads::take_free_seat(Pad const& pad) {
+    Seat* const seat = seat_of(pad.id) == nullptr ? seat_for(pad) : nullptr;
+    if (seat == nullptr) return;
+    sit(pad, *seat);
+    tell("drives", pad, seat == seats_.data() ? "Pad drives Red" : "Pad drives Blue");
+}
+
 std::optional<PadPress> Pads::press(Pad& pad, PadButton button, std::uint32_t now) {
     in_use_ = true;
+    take_free_seat(pad);
     tap(pad.tapped, button, pad.controller != nullptr);
     PadPress const press{button, pad.id};
     if (is_direction(button)) {

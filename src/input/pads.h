@@ -54,7 +54,7 @@ public:
     // never clears any. `player` is 1 or 2.
     void apply(int player, Input& input, bool swap_when_reversing, bool reversing) const;
     // Back: a lone pad goes to the other player; two change places if `both_may`.
-    void swap_sides(SDL_JoystickID pad, bool both_may);
+    void swap_sides(SDL_JoystickID id, bool both_may);
 
     // Strengths 0 to 1 of the deep and of the fine motor of the player's pad. To be told every
     // frame: a pad that hears nothing more falls silent by itself.
@@ -103,6 +103,7 @@ private:
     void plug(int device);
     void unplug(SDL_JoystickID id);
     void sit(Pad const& pad, Seat& seat);
+    void take_free_seat(Pad const& pad);
     [[nodiscard]] Seat* seat_for(Pad const& pad);
     [[nodiscard]] Seat* seat_of(SDL_JoystickID id);
     Pad* find(SDL_JoystickID id);

@@ -89,10 +89,10 @@ SwitchPlaces switch_places(MenuScreen const& menu);
 
 // One event, at the time that it is handled.
 void handle_menu_event(MenuScreen& menu, SDL_Event const& event, unsigned now);
-// An event watch of SDL, with the MenuScreen. Layouts have "?" on many keys, mostly with Shift, and
-// only text tells which; outside of the names text is heard no longer than Shift is held, so that
-// an input method gets no key of the menu.
-int hear_text_with_shift(void* menu, SDL_Event* event);
+// An event watch of SDL, for which `userdata` is the MenuScreen. Layouts have "?" on many keys,
+// mostly with Shift, and only text tells which; outside of the names text is heard no longer than
+// Shift is held, so that an input method gets no key of the menu.
+int hear_text_with_shift(void* userdata, SDL_Event* event);
 // Nothing while a launch runs.
 void start_launch(MenuScreen& menu, unsigned now);
 // Once a frame. The result is how far the screen has gone to black, 0..1.

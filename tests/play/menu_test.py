@@ -4,7 +4,7 @@ import os
 import unittest
 
 from driver import GAME_DIR, Game, menu_of, near, shows
-from tracks import open_field, png
+from tracks import open_field, png, ring
 
 PINK, GREEN, YELLOW, KEY_CAP = (250, 60, 200), (60, 250, 60), (255, 215, 70), (46, 64, 108)
 FIELD = {"tracks/1_field.trk": open_field(), "tracks/1_field.png": png(PINK, 200, 150),
@@ -141,6 +141,19 @@ class Menu(unittest.TestCase):
                    for layout in pages}
         self.assertEqual(changed, {"us": [False, False, False], "de": [False, True, True],
                                    "fr": [True, False, True]})
+
+    def test_switches_hold_for_race_after_race_and_keep_no_records(self):
+        ring_only = {"tracks/1_ring.trk": ring(), "tracks/1_ring.png": png(PINK, 200, 150)}
+        with Game("-menu", without=("tracks",), files=ring_only) as game:
+            game.wait_picture(alone)
+            game.press("b", "F3", "F4", "1")
+            for _ in range(2):
+                game.press("Return")
+                game.wait_line("^P[12] lap 2: ")  # nobody has touched a key
+                game.press("Escape")
+                game.wait_picture(alone)
+                game.press("1")
+            self.assertFalse(os.path.exists(game.pref_file("best_lap_times.txt")))
 
     def test_hidden_track_comes_and_goes(self):
         with self.open("-menu") as game:

@@ -1,5 +1,5 @@
 #include "audio/audio.h"
-#include "screens/menu_screen.h"
+#include "screens/menu_actions.h"
 #include "support/canvas.h"
 #include "support/files.h"
 
@@ -192,6 +192,16 @@ TEST_F(Menu, EveryChoiceIsReachedFromTheFirstByDirections) {
         }
     }
     EXPECT_EQ(reached.size(), items.size());
+    // To the right of the tracks lie the hidden ones; A on what is chosen starts.
+    for (int const slot : {7, 7}) { // there is none behind it
+        menu_.focus = {FocusKind::Extra, 0, {}};
+        handle_menu_pad(menu_, {PadButton::Right, 0}, now_);
+        EXPECT_EQ(menu_.tracks.selected_track, slot);
+    }
+    now_ += 400;
+    menu_.focus = {FocusKind::Extra, 0, {}};
+    handle_menu_pad(menu_, {PadButton::A, 0}, now_);
+    EXPECT_EQ(menu_.launch.launch_at, now_);
 }
 
 TEST_F(Menu, HelpHasASecondPageAndOpensByAnyKeyThatTypesAQuestionMark) {
