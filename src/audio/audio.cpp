@@ -103,6 +103,10 @@ bool Audio::open() {
     return true;
 }
 
+void Audio::hush() {
+    if (device != 0) SDL_PauseAudioDevice(device, 1);
+}
+
 void Audio::close() {
     if (device != 0) SDL_CloseAudioDevice(device);
     device = 0;

@@ -89,6 +89,8 @@ struct Audio {
 
     // Finds a driver, opens the device and starts it. False means a silent game.
     bool open();
+    // From now on silence: nothing that is asked for is heard any more.
+    void hush();
     // Stops the callback; must have run before the object goes.
     void close();
 

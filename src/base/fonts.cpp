@@ -33,9 +33,12 @@ constexpr std::array<FontEntry, 7> FONT_TABLE = {{
 
 constexpr int SMALLEST_SIZE = 6; // physical pixels; below this nothing can be read
 
+int physical_size(FontEntry const& entry, double scale) {
+    return std::max(SMALLEST_SIZE, static_cast<int>(std::round(scale * entry.logical_size)));
+}
+
 TTF_Font* open_or_die(FontEntry const& entry, double scale, void (*last_words)()) {
-    int const size = static_cast<int>(std::round(scale * entry.logical_size));
-    TTF_Font* font = TTF_OpenFont(entry.path, std::max(SMALLEST_SIZE, size));
+    TTF_Font* font = TTF_OpenFont(entry.path, physical_size(entry, scale));
     if (font == nullptr) {
         std::fprintf(stderr, "FATAL: cannot open font %s: %s\n", entry.path, SDL_GetError());
         if (last_words != nullptr) last_words();
@@ -56,6 +59,14 @@ void Fonts::open_all(double scale, void (*last_words)()) {
     phys_scale = scale;
     for (FontEntry const& entry : FONT_TABLE) {
         this->*entry.field = open_or_die(entry, scale, last_words);
+    }
+}
+
+void Fonts::fit(double scale) {
+    phys_scale = scale;
+    for (FontEntry const& entry : FONT_TABLE) {
+        TTF_Font* const font = this->*entry.field;
+        if (font != nullptr) TTF_SetFontSize(font, physical_size(entry, scale));
     }
 }
 

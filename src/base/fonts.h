@@ -22,6 +22,8 @@ struct Fonts {
     // Opens all seven at `scale`; the first that does not open ends the process with a message, and
     // after `last_words`, if there are any.
     void open_all(double scale, void (*last_words)() = nullptr);
+    // Brings those that are open to another scale.
+    void fit(double scale);
     // Closes what is open, last to first.
     void close();
 };

@@ -2,6 +2,7 @@
 
 #include <SDL.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -121,6 +122,9 @@ int run_gamepad_test() {
         std::fprintf(stderr, "gamepad-test: SDL joystick init failed: %s\n", SDL_GetError());
         return 1;
     }
+    // SDL has turned both into an event, which nothing here reads: they shall end the program.
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGTERM, SIG_DFL);
     int const attached = SDL_NumJoysticks();
     std::printf("gamepad-test: %d joystick(s) attached\n", attached);
     if (attached <= 0) {

@@ -8,6 +8,7 @@
 #include "race/race_rules.h"
 #include "race/race_tick.h"
 #include "render/camera.h"
+#include "render/text.h"
 #include "render/track_view.h"
 #include "screens/finish_sequence.h"
 #include "world/ai_driver.h"
@@ -167,6 +168,7 @@ void GameLoop::run() {
 
 void GameLoop::frame() {
     std::uint32_t const dt = take_real_time(*this);
+    phys_scale = text_scale(fonts); // the window may have been resized
     poll_events();
 
     std::uint32_t const t1 = SDL_GetTicks();

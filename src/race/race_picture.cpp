@@ -8,6 +8,7 @@
 #include "records/ghost_trace.h"
 #include "render/hud.h"
 #include "render/overlays.h"
+#include "render/text.h"
 #include "render/track_view.h"
 
 #include <SDL.h>
@@ -90,6 +91,17 @@ void draw_notices(GameLoop const& g, RacePicture const& picture, float game_over
                   game_over_fade);
 }
 
+// Something dark behind the warning line: its red is not to be read on grass.
+void draw_osd_ground(GameLoop const& g, TTF_Font* font, int y) {
+    int w = 0;
+    int h = 0;
+    if (!measure_text(font, text_scale(g.fonts), g.osd_text.c_str(), &w, &h)) return;
+    SDL_Rect const ground{OSD_X - 3, y - 1, w + 6, h + 2};
+    SDL_SetRenderDrawBlendMode(g.renderer, SDL_BLENDMODE_BLEND);
+    SDL_SetRenderDrawColor(g.renderer, 0, 0, 0, 190);
+    SDL_RenderFillRect(g.renderer, &ground);
+}
+
 void draw_messages(GameLoop& g, std::uint32_t now) {
     if (!g.toast_text.empty() && now < g.toast_until) g.draw_toast(g.toast_text.c_str(), now);
 
@@ -102,6 +114,7 @@ void draw_messages(GameLoop& g, std::uint32_t now) {
         g.draw_osd(font, text.data(), OSD_X, OSD_Y, {180, 230, 180, 255});
     }
     if (!g.osd_text.empty() && now < g.osd_until) {
+        draw_osd_ground(g, font, OSD_Y + line_h);
         g.draw_osd(font, g.osd_text.c_str(), OSD_X, OSD_Y + line_h, {240, 80, 70, 255});
     }
 }

@@ -189,6 +189,7 @@ void GameLoop::initial_setup() {
     apply_viewports();
     open_gamepads(*this);
     choose_mode(*this);
+    if (!running) audio.hush(); // what follows is the start of a race that nobody will see
     if (picture_waits && running) load_picture_of_track();
 
     reset_players();
@@ -208,6 +209,7 @@ void GameLoop::go_to_menu() {
     MenuChoice choice;
     if (!run_menu(*this, choice, true, false)) {
         running = false;
+        audio.hush();
         return;
     }
     SDL_SetRelativeMouseMode(SDL_TRUE);

@@ -1,11 +1,13 @@
 #include "render/rendered_text.h"
 
+#include "render/second_face.h"
+
 #include <cmath>
 
 RenderedText render_text(SDL_Renderer* renderer, TTF_Font* font, char const* text,
                          SDL_Color color) {
     if (font == nullptr || text == nullptr || *text == '\0') return {};
-    SurfaceHandle const surface(TTF_RenderUTF8_Blended(font, text, color));
+    SurfaceHandle const surface = render_in_faces(font, text, color);
     if (!surface) return {};
     TextureHandle texture(SDL_CreateTextureFromSurface(renderer, surface.get()));
     if (!texture) return {};

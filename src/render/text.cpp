@@ -4,6 +4,7 @@
 #include "render/colors.h"
 #include "render/image.h"
 #include "render/rendered_text.h"
+#include "render/second_face.h"
 
 #include <algorithm>
 #include <array>
@@ -91,7 +92,7 @@ double text_scale(Fonts const& fonts) {
 bool measure_text(TTF_Font* font, double scale, char const* text, int* w, int* h) {
     *w = 0;
     *h = 0;
-    if (font == nullptr || TTF_SizeUTF8(font, text, w, h) != 0) {
+    if (!size_in_faces(font, text, w, h)) {
         *w = 0;
         *h = 0;
         return false;

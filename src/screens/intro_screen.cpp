@@ -6,6 +6,7 @@
 #include "render/image.h"
 #include "render/overlays.h"
 #include "screens/fullscreen.h"
+#include "screens/held_key.h"
 #include "screens/menu_music.h"
 
 #include <cstdio>
@@ -49,7 +50,9 @@ void handle_key(Intro& intro, SDL_Scancode key, SDL_Window* window, bool& fullsc
 void handle_event(Intro& intro, SDL_Event const& event, SDL_Window* window, bool& fullscreen) {
     if (event.type == SDL_QUIT) answer(intro, false);
     if (event.type == SDL_MOUSEBUTTONDOWN) answer(intro, true);
-    if (event.type == SDL_KEYDOWN) handle_key(intro, event.key.keysym.scancode, window, fullscreen);
+    if (event.type == SDL_KEYDOWN && !is_held_over(event.key)) {
+        handle_key(intro, event.key.keysym.scancode, window, fullscreen);
+    }
 }
 
 // B is Escape here and X is F11, as on the menu; any other button goes on.

@@ -6,6 +6,14 @@ namespace {
 
 constexpr unsigned NOTE_MS = 2000;
 
+// The field that had the focus is left: what was typed stands, less the blanks around it.
+void leave_field(MenuScreen& menu) {
+    if (menu.names.focus == -1) return;
+    NameField& field = focused_field(menu);
+    if (trim_blanks(field)) refresh_field(field, menu.mode_font.get(), menu.renderer);
+    menu.names.focus = -1;
+}
+
 void flip(bool& value) {
     value = !value;
 }
@@ -70,6 +78,7 @@ void show_field(MenuScreen& menu, NameField& field, unsigned now) {
 }
 
 void focus_field(MenuScreen& menu, int index, unsigned now) {
+    leave_field(menu);
     menu.names.focus = index;
     NameField& field = focused_field(menu);
     field.cursor = static_cast<int>(field.text.size());
@@ -79,7 +88,7 @@ void focus_field(MenuScreen& menu, int index, unsigned now) {
 
 void drop_focus(MenuScreen& menu) {
     if (menu.names.focus == -1) return;
-    menu.names.focus = -1;
+    leave_field(menu);
     SDL_StopTextInput();
 }
 

@@ -1,6 +1,7 @@
 // Keys and mouse of the menu.
 
 #include "screens/fullscreen.h"
+#include "screens/held_key.h"
 #include "screens/menu_actions.h"
 
 #include <algorithm>
@@ -187,6 +188,7 @@ void handle_in_menu(MenuScreen& menu, SDL_Event const& event, unsigned now) {
             SDL_EventState(SDL_TEXTINPUT, SDL_DISABLE);
         break;
     case SDL_KEYDOWN:
+        if (is_held_over(event.key)) break;
         if (menu.names.focus != -1)
             handle_name_key(menu, event.key.keysym, now);
         else
@@ -205,7 +207,7 @@ bool closes_help(SDL_Scancode key) {
 void handle_in_help(MenuScreen& menu, SDL_Event const& event, unsigned now) {
     if (event.type == SDL_MOUSEBUTTONDOWN) close_help(menu, now);
     if (event.type == SDL_MOUSEWHEEL) turn_help_page(menu, event.wheel.y < 0 ? 2 : 1);
-    if (event.type != SDL_KEYDOWN) return;
+    if (event.type != SDL_KEYDOWN || is_held_over(event.key)) return;
     SDL_Scancode const key = event.key.keysym.scancode;
     int const page = menu.help_page.number;
     if (key == SDL_SCANCODE_F11)

@@ -97,6 +97,7 @@ void menu_frame(MenuScreen& menu) {
         if (auto const press = menu.pads->repeat(now)) handle_menu_pad(menu, *press, now);
     }
     if (menu.names.focus == -1) close_letter_grid(menu.letters);
+    fit_menu(menu, now);
     float const fade = advance_launch(menu, now);
     draw_menu_phase(menu, fade, now);
 }
@@ -106,8 +107,9 @@ void give(T* out, T const& value) {
     if (out != nullptr) *out = value;
 }
 
-void leave_menu(MenuScreen const& menu) {
+void leave_menu(MenuScreen& menu) {
     SDL_StopTextInput();
+    for (NameField& field : menu.names.fields) trim_blanks(field);
     save_player_names(menu.names.fields[0].text, menu.names.fields[1].text);
     flush_replaced_files();
     SDL_SetRelativeMouseMode(SDL_FALSE);

@@ -44,8 +44,9 @@ struct MenuScreen {
     int H = 0;
     int output_w = 0; // real pixels
     int output_h = 0;
-    double menu_scale = 1.0; // output pixels per logical pixel
-    double gain_x = 4.0;     // logical pixels per unit of relative mouse motion
+    std::uint32_t resized_at = 0; // pictures are still those of another size; 0 for none
+    double menu_scale = 1.0;      // output pixels per logical pixel
+    double gain_x = 4.0;          // logical pixels per unit of relative mouse motion
     double gain_y = 4.0;
 
     // What it shows.
@@ -81,6 +82,9 @@ struct MenuScreen {
     bool running = true;      // false at the end of a frame ends the loop
 };
 
+// Brings all that was made for the output's size to the one that it has now: text and mouse at
+// once, pictures when the size has settled. Afterwards the menu is as if opened at that size.
+void fit_menu(MenuScreen& menu, unsigned now);
 // Loads and renders all that the menu shows. What is missing is reported and left out.
 void set_up_menu(MenuScreen& menu, bool load_music);
 ThumbMaker thumb_maker(MenuScreen const& menu);

@@ -23,6 +23,7 @@ constexpr SDL_Color HEADING{210, 225, 255, 255};
 constexpr double CURSOR_HEIGHT = 0.035; // share of the output's height
 constexpr double START_SPARE = 1.2;     // the button's art is larger than at rest, to grow sharply
 constexpr double MOUSE_GAIN = 4.0;
+constexpr unsigned SETTLED_MS = 200; // a size that has not changed for so long
 
 constexpr char const* CREDITS =
     "Programming - Zorvan          Music - Quillby          "
@@ -119,6 +120,13 @@ void make_credits(MenuScreen& menu) {
     menu.credits = label(menu, font, CREDITS);
 }
 
+// What is made for the output's size and is made in no time.
+void make_labels(MenuScreen& menu) {
+    make_headings(menu);
+    make_mode_labels(menu);
+    make_credits(menu);
+}
+
 void fill_names(MenuScreen& menu) {
     auto names = load_player_names();
     for (std::size_t i = 0; i < names.size(); ++i) {
@@ -148,8 +156,6 @@ void load_cursor(MenuScreen& menu) {
         return std::max(1, static_cast<int>(std::lround(CURSOR_HEIGHT * screen_h)));
     };
     MenuCursor& cursor = menu.cursor;
-    cursor.x = static_cast<float>(menu.W) / 2.0F;
-    cursor.y = static_cast<float>(menu.H) / 2.0F;
     cursor.tex = load_art(menu, "art/mouse2b.png", height, &cursor.src.w, &cursor.src.h);
     if (!cursor.tex) report("cursor art/mouse2b.png");
 }
@@ -171,6 +177,7 @@ void load_start_button(MenuScreen& menu) {
 }
 
 void make_thumbnails(MenuScreen& menu) {
+    menu.tracks.thumbs.clear();
     menu.small_font = open_font(SMALL_FONT, menu.menu_scale);
     if (menu.small_font) TTF_SetFontKerning(menu.small_font.get(), 1);
     auto const pictures = discover_track_pngs();
@@ -194,6 +201,14 @@ void make_switches(MenuScreen& menu) {
     menu.names.computer = label(menu, menu.mode_font, "computer");
 }
 
+void make_extra_thumbnail(MenuScreen& menu) {
+    TrackThumb& extra = menu.tracks.extra_thumb;
+    if (!extra.tex) return;
+    int const slot = extra.slot;
+    std::string const picture = discover_track_pngs()[static_cast<std::size_t>(slot)];
+    if (!picture.empty()) build_track_thumb(thumb_maker(menu), slot, picture, extra);
+}
+
 void find_tracks(MenuTracks& tracks) {
     auto const files = discover_tracks();
     for (std::size_t slot = 1; slot < files.size(); ++slot)
@@ -207,11 +222,24 @@ void load_sounds(Audio& audio, bool load_music) {
     audio.load_sfx(ENGINE_SLOT, "sounds/emberworks-car-engine-372477.mp3");
 }
 
-void take_the_mouse(MenuScreen& menu) {
+void set_mouse_gain(MenuScreen& menu) {
     if (menu.output_w > 0) menu.gain_x = MOUSE_GAIN * menu.W / menu.output_w;
     if (menu.output_h > 0) menu.gain_y = MOUSE_GAIN * menu.H / menu.output_h;
+}
+
+void take_the_mouse(MenuScreen& menu) {
+    menu.cursor.x = static_cast<float>(menu.W) / 2.0F;
+    menu.cursor.y = static_cast<float>(menu.H) / 2.0F;
+    set_mouse_gain(menu);
     SDL_SetRelativeMouseMode(SDL_TRUE);
     SDL_StopTextInput();
+}
+
+bool output_has_changed(MenuScreen const& menu) {
+    int w = 0;
+    int h = 0;
+    SDL_GetRendererOutputSize(menu.renderer, &w, &h);
+    return w != menu.output_w || h != menu.output_h;
 }
 
 } // namespace
@@ -230,9 +258,7 @@ void set_up_menu(MenuScreen& menu, bool load_music) {
     load_header(menu);
     prepare_sparkles(menu);
     measure_screen(menu);
-    make_headings(menu);
-    make_mode_labels(menu);
-    make_credits(menu);
+    make_labels(menu);
     fill_names(menu);
     load_cursor(menu);
     flush_replaced_files();
@@ -244,4 +270,27 @@ void set_up_menu(MenuScreen& menu, bool load_music) {
     load_sounds(*menu.audio, load_music);
     menu.sparkle.intro_at = SDL_GetTicks();
     take_the_mouse(menu);
+}
+
+void fit_menu(MenuScreen& menu, unsigned now) {
+    if (output_has_changed(menu)) {
+        menu.resized_at = std::max(now, 1U);
+        measure_screen(menu);
+        make_labels(menu);
+        set_mouse_gain(menu);
+        for (NameField& field : menu.names.fields) {
+            refresh_field(field, menu.mode_font.get(), menu.renderer);
+        }
+    }
+    if (menu.resized_at == 0 || now - menu.resized_at < SETTLED_MS) return;
+    menu.resized_at = 0;
+    load_cursor(menu);
+    make_thumbnails(menu);
+    make_extra_thumbnail(menu);
+    make_switches(menu);
+    load_start_button(menu);
+    if (menu.letters.open) {
+        open_letter_grid(menu.letters, menu.renderer, menu.menu_scale, menu.mode_font.get(),
+                         menu.small_font.get());
+    }
 }

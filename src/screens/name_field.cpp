@@ -2,11 +2,14 @@
 
 #include "render/colors.h"
 #include "render/rendered_text.h"
+#include "render/second_face.h"
 
 #include <algorithm>
 #include <cstddef>
 
 namespace {
+
+constexpr char const* BLANKS = " \t";
 
 bool is_continuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
@@ -89,6 +92,15 @@ bool edit_field(NameField& field, SDL_Keysym const& key) {
     }
 }
 
+bool trim_blanks(NameField& field) {
+    std::size_t const first = std::min(field.text.find_first_not_of(BLANKS), field.text.size());
+    std::size_t const end = field.text.find_last_not_of(BLANKS) + 1;
+    if (first == 0 && end == field.text.size()) return false;
+    field.text = field.text.substr(first, std::max(first, end) - first);
+    field.cursor = static_cast<int>(field.text.size());
+    return true;
+}
+
 void refresh_field(NameField& field, TTF_Font* font, SDL_Renderer* renderer) {
     field.tex.reset();
     field.w = field.h = field.caret_x = 0;
@@ -102,5 +114,5 @@ void refresh_field(NameField& field, TTF_Font* font, SDL_Renderer* renderer) {
     }
     if (field.cursor < 1) return;
     std::string const before = field.text.substr(0, caret(field));
-    TTF_SizeUTF8(font, before.c_str(), &field.caret_x, nullptr);
+    size_in_faces(font, before.c_str(), &field.caret_x, nullptr);
 }

@@ -42,5 +42,9 @@ bool insert_text(NameField& field, std::string_view typed);
 // something to do; the field then needs refresh_field.
 bool edit_field(NameField& field, SDL_Keysym const& key);
 
+// Takes off the blanks at both ends, so that "Zoe " and "Zoe" are one player; true if there were
+// any. The field then needs refresh_field.
+bool trim_blanks(NameField& field);
+
 // Renders the field anew after a change of text or caret.
 void refresh_field(NameField& field, TTF_Font* font, SDL_Renderer* renderer);

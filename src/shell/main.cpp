@@ -11,9 +11,12 @@
 #include "records/ghost_trace.h"
 #include "records/ghost_tuning_screen.h"
 #include "records/highscore_report.h"
+#include "render/image.h"
 #include "screens/finish_sequence.h"
+#include "screens/fullscreen.h"
 #include "shell/game_folder.h"
 #include "shell/options.h"
+#include "shell/window_watch.h"
 #include "shell/winner_screen.h"
 #include "world/car_physics.h"
 
@@ -28,8 +31,6 @@
 
 namespace {
 
-constexpr int WINDOW_W = 2560;
-constexpr int WINDOW_H = 1440;
 constexpr unsigned STEPS_PER_SECOND = 100;
 
 struct Screen {
@@ -93,8 +94,11 @@ bool will_draw_by_opengl() {
 // size: where no window manager resizes it, a larger one would stay as it was made and show a
 // corner of the picture.
 SDL_Window* create_window(bool windowed) {
-    unsigned const flags = SDL_WINDOW_SHOWN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI |
-                           (windowed ? 0U : unsigned{SDL_WINDOW_FULLSCREEN_DESKTOP});
+    unsigned const state = !windowed                ? unsigned{SDL_WINDOW_FULLSCREEN_DESKTOP}
+                           : has_room_for_window(0) ? 0U
+                                                    : unsigned{SDL_WINDOW_MAXIMIZED};
+    unsigned const flags =
+        SDL_WINDOW_SHOWN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI | state;
     SDL_DisplayMode desktop{};
     bool const known = !windowed && SDL_GetDesktopDisplayMode(0, &desktop) == 0;
     auto const create = [&](unsigned more_flags) {
@@ -106,13 +110,34 @@ SDL_Window* create_window(bool windowed) {
     return window != nullptr ? window : create(0);
 }
 
+// Without a display SDL falls back on a driver that draws into memory. The game must not run on
+// there, unseen and for ever, unless somebody has asked for such a driver.
+bool has_display() {
+    char const* const wanted = SDL_getenv("SDL_VIDEODRIVER");
+    if (wanted != nullptr && *wanted != '\0') return true;
+    char const* const driver = SDL_GetCurrentVideoDriver();
+    return driver != nullptr && std::string_view(driver) != "offscreen" &&
+           std::string_view(driver) != "dummy";
+}
+
+// The drawing that the desktop shows for the window; none is no loss.
+void set_icon(SDL_Window* window) {
+    SurfaceHandle const icon = load_picture("art/icon.png");
+    if (icon) SDL_SetWindowIcon(window, icon.get());
+}
+
 std::optional<Screen> open_screen(bool windowed) {
     Screen screen;
+    if (!has_display()) {
+        std::fprintf(stderr, "Window: there is no display\n");
+        return std::nullopt;
+    }
     screen.window = create_window(windowed);
     if (screen.window == nullptr) {
         std::fprintf(stderr, "Window: %s\n", SDL_GetError());
         return std::nullopt;
     }
+    set_icon(screen.window);
     SDL_ShowCursor(SDL_DISABLE);
     // Textures that want smooth scaling ask for it one by one.
     SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "0");
@@ -140,7 +165,7 @@ double report_screen(Screen const& screen) {
                     mode.w, mode.h, out_w, out_h, mode.refresh_rate, STEPS_PER_SECOND,
                     static_cast<int>(SIM_SPEED));
     }
-    double const phys_scale = out_h < 1 ? 1.0 : static_cast<double>(out_h) / SCREEN_H;
+    double const phys_scale = output_scale(screen.renderer);
     SDL_RendererInfo info{};
     bool const known = SDL_GetRendererInfo(screen.renderer, &info) == 0;
     std::printf("renderer: backend='%s' output=%dx%d (logical %dx%d, phys_scale=%.2f)\n",
@@ -202,6 +227,7 @@ int main(int argc, char** argv) {
 
     Fonts fonts;
     fonts.open_all(report_screen(*screen), has_data ? nullptr : tell_missing_data);
+    WindowWatch const watch(screen->renderer, fonts);
     if (options.winner) {
         run_winner_screen(screen->renderer, fonts);
         fonts.close();

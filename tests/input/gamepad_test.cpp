@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -141,6 +142,7 @@ constexpr std::size_t STEPS_TO_THE_END = SCRIPT.size() + 2;
 struct ScriptedStick {
     SDL_JoystickID id = -1;
     std::size_t step = 0;
+    int signal = 0; // raised before the end, 0 for none
 };
 
 // Takes the next step at each update of the joysticks, and ends the process behind the last one.
@@ -150,14 +152,20 @@ void play_script(void* userdata) {
     if (stick == nullptr) return;
     if (scripted.step < SCRIPT.size()) SCRIPT.at(scripted.step)(stick);
     if (++scripted.step <= STEPS_TO_THE_END) return;
+    if (scripted.signal != 0) {
+        std::signal(SIGALRM, SIG_IGN); // or the time limit would look like the signal's work
+        std::raise(scripted.signal);
+    }
     std::fflush(nullptr);
     std::_Exit(EXIT_SUCCESS);
 }
 
-TEST_F(OnlyStick, HasEachChangePrintedOnce) {
-    ChildResult const child = run_child([] {
+// The gamepad test with a scripted stick that ends with `signal`, or by itself.
+ChildResult test_with_script(int signal) {
+    return run_child([signal] {
         SDL_InitSubSystem(SDL_INIT_JOYSTICK);
         ScriptedStick script;
+        script.signal = signal;
         SDL_VirtualJoystickDesc desc{};
         desc.version = SDL_VIRTUAL_JOYSTICK_DESC_VERSION;
         desc.type = SDL_JOYSTICK_TYPE_GAMECONTROLLER;
@@ -170,6 +178,14 @@ TEST_F(OnlyStick, HasEachChangePrintedOnce) {
         script.id = SDL_JoystickGetDeviceInstanceID(SDL_JoystickAttachVirtualEx(&desc));
         run_gamepad_test();
     });
+}
+
+TEST_F(OnlyStick, IsTestedUntilCtrlC) {
+    for (int const signal : {SIGINT, SIGTERM}) EXPECT_EQ(test_with_script(signal).status, -1);
+}
+
+TEST_F(OnlyStick, HasEachChangePrintedOnce) {
+    ChildResult const child = test_with_script(0);
     EXPECT_EQ(child.status, 0);
     EXPECT_EQ(child.out,
               "gamepad-test: 1 joystick(s) attached\n"

@@ -46,9 +46,10 @@ protected:
         label.w = w;
         label.h = h;
     }
-    void press(SDL_Scancode code) {
+    void press(SDL_Scancode code, bool repeated = false) {
         SDL_Event event{};
         event.type = SDL_KEYDOWN;
+        event.key.repeat = repeated ? 1 : 0;
         event.key.keysym.scancode = code;
         event.key.keysym.sym = SDL_GetKeyFromScancode(code);
         handle_menu_event(menu_, event, now_);
@@ -93,6 +94,35 @@ TEST_F(Menu, NeedsATrackToLaunchAndThenRunsToBlack) {
     EXPECT_FLOAT_EQ(advance_launch(menu_, 6950), 1.0F);
     EXPECT_FALSE(menu_.running);
     EXPECT_TRUE(menu_.launch.started);
+}
+
+TEST_F(Menu, HearsNoKeyThatIsStillHeldFromTheRace) {
+    press(SDL_SCANCODE_3);
+    for (SDL_Scancode const key : {SDL_SCANCODE_ESCAPE, SDL_SCANCODE_F11, SDL_SCANCODE_RETURN,
+                                   SDL_SCANCODE_SPACE, SDL_SCANCODE_KP_ENTER}) {
+        press(key, true);
+    }
+    EXPECT_TRUE(menu_.running);
+    EXPECT_FALSE(fullscreen_);
+    EXPECT_EQ(menu_.launch.launch_at, 0U);
+    menu_.screen_phase = ScreenPhase::HELP;
+    press(SDL_SCANCODE_ESCAPE, true);
+    EXPECT_EQ(menu_.screen_phase, ScreenPhase::HELP);
+    press(SDL_SCANCODE_A, true);
+    EXPECT_EQ(menu_.screen_phase, ScreenPhase::FROM_HELP);
+    menu_.screen_phase = ScreenPhase::MENU;
+
+    press(SDL_SCANCODE_F1);
+    menu_.names.fields[0].text = "Zoe ";
+    press(SDL_SCANCODE_ESCAPE, true);
+    EXPECT_EQ(menu_.names.focus, 0);
+    press(SDL_SCANCODE_F2);
+    EXPECT_EQ(menu_.names.fields[0].text, "Zoe");
+    menu_.names.fields[1].text = " Ann";
+    press(SDL_SCANCODE_RETURN);
+    EXPECT_EQ(menu_.names.fields[1].text, "Ann");
+    press(SDL_SCANCODE_ESCAPE);
+    EXPECT_FALSE(menu_.running);
 }
 
 TEST_F(Menu, MouseHitsWhatItPointsAtToThePixel) {

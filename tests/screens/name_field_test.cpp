@@ -63,6 +63,19 @@ TEST(NameField, ControlClearsAndPlainLettersEditNothing) {
     EXPECT_EQ(field.text, "Pixie");
 }
 
+TEST(NameField, LosesTheBlanksAtItsEndsWhenItIsLeft) {
+    for (auto const& [typed, left] : {std::pair{"Zoe ", "Zoe"},
+                                      {" \t Zoe B ", "Zoe B"},
+                                      {"Zoe", "Zoe"},
+                                      {"  ", ""},
+                                      {"", ""}}) {
+        NameField field = field_of(typed);
+        EXPECT_EQ(trim_blanks(field), std::string(typed) != left);
+        EXPECT_EQ(field.text, left);
+        EXPECT_EQ(field.cursor, static_cast<int>(field.text.size()));
+    }
+}
+
 TEST(NameField, TakesFourteenCodePointsWhateverTheirLength) {
     NameField field = field_of("äääääääääääää"); // 13
     EXPECT_FALSE(insert_text(field, "xy"));
