@@ -1,8 +1,8 @@
 #include "render/second_face.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,15 +12,26 @@ namespace {
 constexpr char const* SECOND_FACE = "art/fonts/LiberationMono-Bold.ttf";
 constexpr double SIZE_TO_HEIGHT = 0.75; // of the first face's line, so that letters are as high
 
+struct OpenedFace {
+    int size = 0; // 0 for an empty place
+    TTF_Font* font = nullptr;
+};
+
 // Opened when a text first needs it, at each size that is asked for; null if there is none. They
-// stay open: nobody knows when the last text has been drawn.
+// stay open, as nobody knows when the last text has been drawn; the oldest makes room.
 TTF_Font* second_face(TTF_Font* first) {
-    static std::map<int, TTF_Font*> opened;
+    static std::array<OpenedFace, 16> opened{};
+    static std::size_t oldest = 0;
     int const size =
         std::max(1, static_cast<int>(std::lround(TTF_FontHeight(first) * SIZE_TO_HEIGHT)));
-    auto const [at, fresh] = opened.try_emplace(size, nullptr);
-    if (fresh) at->second = TTF_OpenFont(SECOND_FACE, size);
-    return at->second;
+    for (OpenedFace const& face : opened) {
+        if (face.size == size) return face.font;
+    }
+    OpenedFace& place = opened.at(oldest);
+    oldest = (oldest + 1) % opened.size();
+    if (place.font != nullptr) TTF_CloseFont(place.font);
+    place = {size, TTF_OpenFont(SECOND_FACE, size)};
+    return place.font;
 }
 
 // Length in bytes of the code point at the beginning of `text`, which is not empty, and the code
