@@ -5,6 +5,10 @@ first frame, frame intervals, peak memory. Build the target present_clock and th
     bench/real_run.py BUILD_DIR startup [REPEATS]
     bench/real_run.py BUILD_DIR pacing [SECONDS, a multiple of 10]
     bench/real_run.py BUILD_DIR memory
+    bench/real_run.py BUILD_DIR session
+
+session plays an evening: menu, race, game over, menu, another track, practice, and prints the
+longest frame of each stretch; the loading in between, on a dark screen, is told apart.
 
 Each figure is the best of its repeats, for other programs only ever make it worse; the load
 average is printed beside it.
@@ -40,7 +44,7 @@ class Display:
 class Run:
     """One run of the game, with records of its own."""
 
-    def __init__(self, build, display, args):
+    def __init__(self, build, display, args, folder=None, lines=subprocess.DEVNULL):
         self.home = tempfile.TemporaryDirectory(prefix="brindle-bench-")
         self.log = Path(self.home.name) / "frames"
         env = {**os.environ, "DISPLAY": display.name, "SDL_AUDIODRIVER": "dummy",
@@ -48,8 +52,9 @@ class Run:
                "LD_PRELOAD": str(build / "bench" / "libpresent_clock.so")}
         env.pop("WAYLAND_DISPLAY", None)
         self.began_ns = time.clock_gettime_ns(time.CLOCK_MONOTONIC)
-        self.process = subprocess.Popen(["./brindle-run", *args], cwd=build / "game", env=env,
-                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.process = subprocess.Popen([build / "game" / "brindle-run", *args],
+                                        cwd=folder or build / "game", env=env, stdout=lines,
+                                        stderr=subprocess.DEVNULL, text=True)
 
     def frames(self):
         stamps = array.array("q")
@@ -170,9 +175,91 @@ def memory(build, display):
         run.close()
 
 
+class Player:
+    """Presses keys and waits for what the game prints."""
+
+    def __init__(self, run, display):
+        self.run = run
+        self.env = {**os.environ, "DISPLAY": display.name}
+        self.marks = []
+
+    def key(self, *keys, how="key"):
+        subprocess.run(["xdotool", how, *keys], check=True, env=self.env)
+
+    def line(self, part):
+        while part not in (line := self.run.process.stdout.readline()):
+            if not line:
+                raise RuntimeError(f"the game ended before {part!r}")
+
+    def mark(self, name):
+        self.marks.append((name, time.clock_gettime_ns(time.CLOCK_MONOTONIC)))
+
+
+def session_folder(build):
+    """Two tracks: a field in which a car that only steers left does laps, and one of the game's."""
+    sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tests" / "play"))
+    from tracks import open_field  # the tests have it
+    folder = tempfile.TemporaryDirectory(prefix="brindle-session-")
+    top, game = Path(folder.name), build / "game"
+    for name in ("art", "music", "sounds"):
+        (top / name).symlink_to(game / name)
+    (top / "tracks").mkdir()
+    (top / "tracks" / "1_field.trk").write_bytes(open_field())
+    for end in ("trk", "png"):
+        (top / "tracks" / f"2_oval.{end}").symlink_to(game / "tracks" / f"7_Oval.{end}")
+    (top / "tracks" / "1_field.png").symlink_to(game / "tracks" / "7_Oval.png")
+    return folder
+
+
+def play_session(player):
+    def launch(*keys):
+        time.sleep(3)
+        player.key(*keys)
+        player.mark("loading")
+        time.sleep(5)
+
+    player.mark("menu")
+    launch("r", "1", "Return")
+    player.mark("race")
+    player.key("f", "x", how="keydown")
+    player.line("P1 finished")
+    player.key("f", "x", how="keyup")
+    player.mark("game over")
+    player.key("Escape")
+    time.sleep(4)
+    player.mark("loading")
+    player.key("space")
+    time.sleep(4)
+    player.mark("menu")
+    launch("2", "Return")
+    player.mark("practice")
+    time.sleep(5)
+    player.mark("end")
+
+
+def session(build, display):
+    with session_folder(build) as folder:
+        (Path(folder) / ".cache").mkdir()
+        for warm in (True, False):
+            run = Run(build, display, ["-menu"], folder, subprocess.PIPE)
+            run.wait_frames(60)
+            if warm:
+                run.close()
+        player = Player(run, display)
+        play_session(player)
+        stamps = run.frames()
+        run.close()
+    for (name, begin), (_, end) in zip(player.marks, player.marks[1:]):
+        spans = sorted_spans([s for s in stamps if begin <= s <= end])
+        if spans:
+            print(f"{name:10} {len(spans):5} frames, longest {spans[-1]:7.2f} ms, "
+                  f"then {spans[-2]:6.2f} ms, half within {spans[len(spans) // 2]:5.2f} ms")
+
+
 def main():
     build = Path(sys.argv[1]).resolve()
-    what = {"startup": startup, "pacing": pacing, "memory": memory}[sys.argv[2]]
+    what = {"startup": startup, "pacing": pacing, "memory": memory,
+            "session": session}[sys.argv[2]]
     display = open_display(build)
     print(f"load average {os.getloadavg()[0]:.1f}")
     what(build, display, *map(int, sys.argv[3:]))
