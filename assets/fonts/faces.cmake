@@ -6,6 +6,7 @@ set(brindle_faces
     "Montserrat-SemiBold.otf=opentype/sora/Sora-SemiBold.otf"
     "Montserrat-SemiBoldItalic.otf=truetype/open-sans/OpenSans-BoldItalic.ttf"
     "LiberationMono-Bold.ttf=truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf"
+    "DejaVuSans-Bold.ttf=truetype/dejavu/DejaVuSans-Bold.ttf"
     "RocketBrush-DYwyW.otf=opentype/kaushanscript/KaushanScript-Regular.otf"
     "StarJediOutline-y0xm.ttf=truetype/open-sans/OpenSans-ExtraBoldItalic.ttf"
     "Quango-xlVR.otf=truetype/open-sans/OpenSans-ExtraBold.ttf")

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr char const* SECOND_FACE = "art/fonts/LiberationMono-Bold.ttf";
+constexpr char const* SECOND_FACE = "art/fonts/DejaVuSans-Bold.ttf";
 constexpr double SIZE_TO_HEIGHT = 0.75; // of the first face's line, so that letters are as high
 
 struct OpenedFace {
@@ -35,18 +35,25 @@ TTF_Font* second_face(TTF_Font* first) {
 }
 
 // Length in bytes of the code point at the beginning of `text`, which is not empty, and the code
-// point itself; a byte that begins none stands alone.
+// point itself, 0 for bytes that are none.
 std::size_t first_code_point(std::string_view text, std::uint32_t& code) {
     auto const lead = static_cast<unsigned char>(text[0]);
     std::size_t const length = lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
     code = length == 1 ? lead : lead & (0x7FU >> length);
-    std::size_t at = 1;
-    for (; at < length && at < text.size(); ++at) {
-        auto const byte = static_cast<unsigned char>(text[at]);
-        if ((byte & 0xC0U) != 0x80U) break;
-        code = (code << 6U) | (byte & 0x3FU);
+    if (lead >= 0xF8 || (length == 1 && lead >= 0x80)) code = 0;
+    for (std::size_t at = 1; at < length; ++at) {
+        if (at == text.size() || (static_cast<unsigned char>(text[at]) & 0xC0U) != 0x80U) {
+            code = 0;
+            return at;
+        }
+        if (code != 0) code = (code << 6U) | (static_cast<unsigned char>(text[at]) & 0x3FU);
     }
-    return at;
+    return length;
+}
+
+// Bytes that are no text are left to the first face.
+bool first_has(TTF_Font* font, std::uint32_t code) {
+    return code == 0 || TTF_GlyphIsProvided32(font, code) != 0;
 }
 
 // A piece of the text in one face.
@@ -62,7 +69,7 @@ std::vector<Run> runs_of(TTF_Font* font, std::string_view text) {
         std::uint32_t code = 0;
         std::size_t const length = first_code_point(text, code);
         TTF_Font* face = font;
-        if (TTF_GlyphIsProvided32(font, code) == 0) {
+        if (!first_has(font, code)) {
             TTF_Font* const second = second_face(font);
             if (second != nullptr && TTF_GlyphIsProvided32(second, code) != 0) face = second;
         }
@@ -77,7 +84,7 @@ bool has_all(TTF_Font* font, std::string_view text) {
     while (!text.empty()) {
         std::uint32_t code = 0;
         text.remove_prefix(first_code_point(text, code));
-        if (TTF_GlyphIsProvided32(font, code) == 0) return false;
+        if (!first_has(font, code)) return false;
     }
     return true;
 }

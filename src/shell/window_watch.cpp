@@ -17,21 +17,7 @@ int WindowWatch::on_event(void* watch, SDL_Event* event) {
 }
 
 void WindowWatch::follow(SDL_WindowEvent const& event) {
-    switch (event.event) {
-    case SDL_WINDOWEVENT_SIZE_CHANGED:
-        fonts_.fit(output_scale(renderer_));
-        return;
-    case SDL_WINDOWEVENT_FOCUS_LOST:
-        let_go_ = SDL_GetRelativeMouseMode() == SDL_TRUE;
-        if (let_go_) SDL_SetRelativeMouseMode(SDL_FALSE);
-        return;
-    case SDL_WINDOWEVENT_FOCUS_GAINED:
-        if (let_go_) SDL_SetRelativeMouseMode(SDL_TRUE);
-        let_go_ = false;
-        return;
-    default:
-        return;
-    }
+    if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED) fonts_.fit(output_scale(renderer_));
 }
 
 double output_scale(SDL_Renderer* renderer) {

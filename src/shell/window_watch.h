@@ -1,7 +1,7 @@
 #pragma once
 
 // Follows what happens to the window in whatever loop is running: text keeps the sharpness of the
-// output's size, and the mouse is the desktop's while the window does not have the focus.
+// output's size.
 
 #include "base/fonts.h"
 
@@ -21,7 +21,6 @@ private:
 
     SDL_Renderer* renderer_;
     Fonts& fonts_;
-    bool let_go_ = false; // of the mouse, when the focus went
 };
 
 // Physical pixels per logical pixel of the renderer's output.

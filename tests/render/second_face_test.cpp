@@ -8,7 +8,7 @@
 namespace {
 
 constexpr char const* SECOND =
-    "/usr/share/fonts/truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf";
+    "/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf";
 
 // Whether two surfaces hold the same pixels.
 bool same(SDL_Surface const* a, SDL_Surface const* b) {
@@ -23,7 +23,7 @@ TEST(SecondFace, LendsTheLettersThatTheFirstLacks) {
     TempDir const folder;
     WorkingDir const there(folder.path());
     std::filesystem::create_directories("art/fonts");
-    std::filesystem::create_symlink(SECOND, "art/fonts/LiberationMono-Bold.ttf");
+    std::filesystem::create_symlink(SECOND, "art/fonts/DejaVuSans-Bold.ttf");
     TTF_Init();
     FontHandle const first(
         TTF_OpenFont("/usr/share/fonts/truetype/open-sans/OpenSans-ExtraBold.ttf", 36));
