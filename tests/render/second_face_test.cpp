@@ -7,8 +7,7 @@
 
 namespace {
 
-constexpr char const* SECOND =
-    "/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf";
+constexpr char const* SECOND = "/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf";
 
 // Whether two surfaces hold the same pixels.
 bool same(SDL_Surface const* a, SDL_Surface const* b) {
@@ -25,8 +24,7 @@ TEST(SecondFace, LendsTheLettersThatTheFirstLacks) {
     std::filesystem::create_directories("art/fonts");
     std::filesystem::create_symlink(SECOND, "art/fonts/DejaVuSans-Bold.ttf");
     TTF_Init();
-    FontHandle const first(
-        TTF_OpenFont("/usr/share/fonts/truetype/open-sans/OpenSans-ExtraBold.ttf", 36));
+    FontHandle const first(TTF_OpenFont("/usr/share/fonts/opentype/sora/Sora-ExtraBold.otf", 36));
     ASSERT_NE(first, nullptr);
     SDL_Color const white{255, 255, 255, 255};
     int w = 0;
