@@ -199,7 +199,8 @@ float next_music_sample(Audio& audio, float fade_step) {
         audio.music_pos = 0;
         return 0.0F;
     }
-    std::uint64_t const index = audio.music_pos < audio.music_samples.size() ? audio.music_pos : 0;
+    auto const at = static_cast<std::size_t>(audio.music_pos);
+    std::size_t const index = at < audio.music_samples.size() ? at : 0;
     audio.music_pos = index + 1;
     return static_cast<float>(audio.music_samples[index]) * audio.music_gain;
 }
@@ -209,7 +210,8 @@ float next_sfx_sample(Audio& audio, Buffer const& buffer) {
     for (std::size_t slot = 0; slot < SFX_SLOTS; ++slot) {
         std::vector<std::int16_t> const& samples = audio.sfx_samples[slot];
         if (audio.sfx_pos[slot] >= samples.size()) continue;
-        sum += static_cast<float>(samples[audio.sfx_pos[slot]]) * buffer.sfx_volume[slot];
+        auto const at = static_cast<std::size_t>(audio.sfx_pos[slot]);
+        sum += static_cast<float>(samples[at]) * buffer.sfx_volume[slot];
         ++audio.sfx_pos[slot];
     }
     return sum;

@@ -28,7 +28,7 @@ constexpr std::array<Beep, 4> COUNTDOWN_BEEPS{COUNT_BEEP, COUNT_BEEP, COUNT_BEEP
 constexpr Beep BEST_LAP_BEEP{1320.0F, 0.2F, 0.6F};
 constexpr Beep LAP_BEEP{880.0F, 0.2F, 0.6F};
 
-[[gnu::format(printf, 1, 2)]] void say(char const* format, ...) {
+[[gnu::format(printf, 1, 2)]] void tell(char const* format, ...) {
     va_list args;
     va_start(args, format);
     std::vprintf(format, args);
@@ -59,14 +59,14 @@ void keep_record(ReportContext& report, Player& player, RaceEvent& lap) {
         report.trouble = printed(texts::GHOST_LOST, failure_reason().c_str());
         return;
     }
-    say("P%d ghost saved: %s (%zu frames)\n", player.id, file.c_str(), player.best_trace.size());
+    tell("P%d ghost saved: %s (%zu frames)\n", player.id, file.c_str(), player.best_trace.size());
 }
 
 void report_lap(ReportContext& report, RaceEvent& lap) {
     keep_record(report, player_of(report.sim, lap), lap);
     sound(report.audio, lap.is_best ? BEST_LAP_BEEP : LAP_BEEP);
-    say("P%d lap %d: %u.%03u s%s\n", lap.player, lap.number, lap.time_ms / 1000, lap.time_ms % 1000,
-        lap.is_best ? "  (best)" : "");
+    tell("P%d lap %d: %u.%03u s%s\n", lap.player, lap.number, lap.time_ms / 1000,
+         lap.time_ms % 1000, lap.is_best ? "  (best)" : "");
 }
 
 void fade_race_music(ReportContext& report) {
@@ -82,18 +82,18 @@ void report_event(ReportContext& report, RaceEvent& event) {
     case RaceEventKind::CountdownBeep:
         return sound(report.audio, COUNTDOWN_BEEPS.at(static_cast<std::size_t>(event.number)));
     case RaceEventKind::ClockStarted:
-        return say("P%d flying start: clock running\n", event.player);
+        return tell("P%d flying start: clock running\n", event.player);
     case RaceEventKind::WrongWay:
-        return say("P%d crossed goal line backwards\n", event.player);
+        return tell("P%d crossed goal line backwards\n", event.player);
     case RaceEventKind::BackAcross:
-        return say("P%d back across goal line (no lap counted)\n", event.player);
+        return tell("P%d back across goal line (no lap counted)\n", event.player);
     case RaceEventKind::Lap:
         return report_lap(report, event);
     case RaceEventKind::Finished:
         if (event.is_first) fade_race_music(report);
-        return say("P%d finished the race\n", event.player);
+        return tell("P%d finished the race\n", event.player);
     case RaceEventKind::OutOfTime:
-        return say("P%d out of time — race over\n", event.player);
+        return tell("P%d out of time — race over\n", event.player);
     case RaceEventKind::WallHit:
         return report.audio.request_wall_hit(event.player - 1, event.loudness);
     case RaceEventKind::Bump:

@@ -141,7 +141,7 @@ std::vector<SDL_FPoint> load_ghost_line(std::string const& path) {
     std::vector<SDL_FPoint> points;
     TraceFile const trace = open_trace(path);
     if (!trace.file || trace.frame_count > MAX_FRAMES) return points;
-    std::size_t left = std::min<std::uintmax_t>(trace.frame_count, trace.held);
+    auto left = static_cast<std::size_t>(std::min<std::uintmax_t>(trace.frame_count, trace.held));
     points.reserve(left);
 
     std::array<CarState, 256> block;

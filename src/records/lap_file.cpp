@@ -267,9 +267,10 @@ std::optional<SharedLap> unpack_lap(std::string const& bytes, std::string& fault
     lap.time_ms = static_cast<std::uint32_t>(time_ms);
     lap.ticks_per_step = static_cast<unsigned>(ticks);
     std::optional<std::string> const body =
-        inflated(std::string_view(bytes).substr(MAGIC.size() + 1 + reader.end()), size);
+        inflated(std::string_view(bytes).substr(MAGIC.size() + 1 + reader.end()),
+                 static_cast<std::size_t>(size));
     if (!body) return std::nullopt;
-    std::optional<std::vector<CarState>> frames = decode(*body, count);
+    std::optional<std::vector<CarState>> frames = decode(*body, static_cast<std::size_t>(count));
     if (frames) lap.frames = *std::move(frames);
     if (lap.frames.size() != count || sum_of(lap) != sum) {
         fault = "it is damaged, or was driven with another version of the game";

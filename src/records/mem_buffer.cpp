@@ -42,10 +42,10 @@ Sint64 SDLCALL mem_seek(SDL_RWops* stream, Sint64 offset, int whence) {
 std::size_t SDLCALL mem_read(SDL_RWops* stream, void* ptr, std::size_t size, std::size_t count) {
     MemBuffer& buffer = buffer_of(stream);
     if (size == 0) return 0;
-    std::size_t const left =
-        buffer.pos < buffer.bytes.size() ? buffer.bytes.size() - buffer.pos : 0;
-    std::size_t const items = std::min(count, left / size);
-    if (items > 0) std::memcpy(ptr, &buffer.bytes[buffer.pos], items * size);
+    std::size_t const held = buffer.bytes.size();
+    auto const at = static_cast<std::size_t>(std::min<std::uint64_t>(buffer.pos, held));
+    std::size_t const items = std::min(count, (held - at) / size);
+    if (items > 0) std::memcpy(ptr, &buffer.bytes[at], items * size);
     buffer.pos += items * size;
     return items;
 }
@@ -55,8 +55,10 @@ std::size_t SDLCALL mem_write(SDL_RWops* stream, void const* ptr, std::size_t si
     MemBuffer& buffer = buffer_of(stream);
     std::size_t const length = size * count;
     if (length == 0) return count;
-    if (buffer.pos + length > buffer.bytes.size()) buffer.bytes.resize(buffer.pos + length);
-    std::memcpy(&buffer.bytes[buffer.pos], ptr, length);
+    auto const at = static_cast<std::size_t>(buffer.pos);
+    if (at != buffer.pos) return 0; // farther than this platform's memory reaches
+    if (at + length > buffer.bytes.size()) buffer.bytes.resize(at + length);
+    std::memcpy(&buffer.bytes[at], ptr, length);
     buffer.pos += length;
     return count;
 }

@@ -55,13 +55,15 @@ int Pdf::add(std::string body) {
 int Pdf::add_image(std::span<std::uint8_t const> jpeg, int width, int height) {
     std::string const dictionary =
         printed("<< /Type /XObject /Subtype /Image /Width %d /Height %d /ColorSpace /DeviceRGB "
-                "/BitsPerComponent 8 /Filter /DCTDecode /Length %zu >>",
-                width, height, jpeg.size());
+                "/BitsPerComponent 8 /Filter /DCTDecode /Length ",
+                width, height) +
+        std::to_string(jpeg.size()) + " >>";
     return add(stream_body(dictionary, {reinterpret_cast<char const*>(jpeg.data()), jpeg.size()}));
 }
 
 int Pdf::add_page(std::string const& commands, std::vector<int> const& images) {
-    int const contents = add(stream_body(printed("<< /Length %zu >>", commands.size()), commands));
+    int const contents =
+        add(stream_body("<< /Length " + std::to_string(commands.size()) + " >>", commands));
     std::string shown;
     for (int const image : images) shown += printed("/Im%d %d 0 R ", image, image);
     pages_.push_back(add(printed("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 %.0f %.0f] "
@@ -90,7 +92,7 @@ void Pdf::fill_tree() {
     for (int const page : pages_) kids += printed("%d 0 R ", page);
     kids += "]";
     objs[0] = "<< /Type /Catalog /Pages 2 0 R >>";
-    objs[1] = printed("<< /Type /Pages /Count %zu /Kids %s >>", pages_.size(), kids.c_str());
+    objs[1] = "<< /Type /Pages /Count " + std::to_string(pages_.size()) + " /Kids " + kids + " >>";
 }
 
 bool Pdf::write(std::string const& path) {
@@ -102,15 +104,16 @@ bool Pdf::write(std::string const& path) {
     std::vector<long> offsets;
     for (std::string const& body : objs) {
         offsets.push_back(file.offset());
-        file.put(printed("%zu 0 obj\n", offsets.size()));
+        file.put(std::to_string(offsets.size()) + " 0 obj\n");
         file.put(body);
         file.put("\nendobj\n");
     }
 
     long const table = file.offset();
-    file.put(printed("xref\n0 %zu\n0000000000 65535 f \n", objs.size() + 1));
+    std::string const count = std::to_string(objs.size() + 1);
+    file.put("xref\n0 " + count + "\n0000000000 65535 f \n");
     for (long const offset : offsets) file.put(printed("%010ld 00000 n \n", offset));
-    file.put(printed("trailer\n<< /Size %zu /Root 1 0 R >>\nstartxref\n%ld\n%%%%EOF\n",
-                     objs.size() + 1, table));
+    file.put(printed("trailer\n<< /Size %s /Root 1 0 R >>\nstartxref\n%ld\n%%%%EOF\n",
+                     count.c_str(), table));
     return true;
 }

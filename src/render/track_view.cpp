@@ -16,7 +16,7 @@ constexpr int WISHED_CELL = 18;           // pixels: what a small track is drawn
 constexpr int LARGE_TRACK_CELL = 2;       // pixels, for tracks beyond the limit on both sides
 constexpr int LARGE_TRACK = 320;          // cells
 constexpr int USUAL_TEXTURE_LIMIT = 4096; // pixels, for a renderer that does not tell its own
-constexpr int BAND_ROWS = 64;             // pixels: how much of a raster is painted at a time
+constexpr int RASTER_ROWS = 64;           // pixels: how much of a raster is painted at a time
 
 SDL_Color cell_color(std::uint8_t cell) {
     switch (cell) {
@@ -76,7 +76,7 @@ bool fill_cells(SDL_Texture* texture, Track const& track) {
     int w = 0;
     SDL_QueryTexture(texture, &format, nullptr, &w, nullptr);
     CellColors const colors = cell_colors(format);
-    int const band_cells = std::max(1, BAND_ROWS / PIXELS_PER_CELL);
+    int const band_cells = std::max(1, RASTER_ROWS / PIXELS_PER_CELL);
     std::ptrdiff_t const row_pixels = std::ptrdiff_t{w} * PIXELS_PER_CELL;
     std::vector<std::uint32_t> band(static_cast<std::size_t>(row_pixels * band_cells));
     for (int row = 0; row < track.height; row += band_cells) {
