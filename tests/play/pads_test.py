@@ -14,7 +14,7 @@ alone = menu_of(PINK)
 class Pads(unittest.TestCase):
     def test_two_pads_race_and_find_their_players_again(self):
         mappings = {"gamecontrollerdb.txt": b"0300cafe0000000000000000000000ff,Odd Pad,platform:Linux,a:b3,x:b2,\n"}
-        with Game("-fast", "-race=9", "1", without=("tracks",), files={**FIELD, **mappings},
+        with Game("-fast", "-race=99", "1", without=("tracks",), files={**FIELD, **mappings},
                   pads=True) as game:
             game.wait_line("^pads: 1 mappings from gamecontrollerdb.txt$")
             game.wait_race()
@@ -29,6 +29,7 @@ class Pads(unittest.TestCase):
             self.assertTrue({"P1", "P2"} <= {line[:2] for line in game.lines if " lap 1" in line})
             game.pad("button One x 1")  # the handbrake: a skid is felt
             game.wait_line(r"^rumble One 0 [1-9]\d+$")
+            game.pad("button One x 0", "axis One leftx 0", "axis One righttrigger -32768")
             game.wait_line("^rumble One 0 0$")
             game.pad("unplug One", "unplug Two", "plug Two pad", "plug One pad")
             for name, side in (("Two", "blue"), ("One", "red")):
