@@ -28,14 +28,14 @@ namespace fs = std::filesystem;
 namespace {
 
 using FileId = int; // 0 for no file
-using Names = std::map<std::string, FileId>;
+using NameTable = std::map<std::string, FileId>;
 
 // A change that reaches the disk whole: for each name the files before and after.
 using Change = std::map<std::string, std::pair<FileId, FileId>>;
 
 // What is on the disk for sure, and what may be.
 struct Disk {
-    Names names;
+    NameTable names;
     std::vector<Change> changes;
     std::set<FileId> flushed;
 };
@@ -104,7 +104,7 @@ public:
 
     // Looks at the folder: what has changed becomes one change, except new files, one each.
     void look() {
-        Names now;
+        NameTable now;
         std::map<ino_t, FileId> files;
         for (auto const& entry : fs::directory_iterator(folder_)) {
             struct stat status {};
@@ -148,11 +148,11 @@ public:
     // The states that a cut may leave now. All sets of changes in which none is without those that
     // it builds on, up to a number; of damages, all the same and some at random.
     void note_states() {
-        std::set<Names> seen;
+        std::set<NameTable> seen;
         int const rounds =
             disk_.changes.size() <= MOST_IN_FULL ? 1 << disk_.changes.size() : 20 * effort();
         for (int round = 0; round < rounds; ++round) {
-            Names const names = names_after(round);
+            NameTable const names = names_after(round);
             if (!seen.insert(names).second) continue;
             for (int damage = 0; damage < DAMAGES + 6 * effort(); ++damage)
                 note_state(names, damage);
@@ -169,8 +169,8 @@ private:
     }
 
     // Few changes: each set by its bits. Many: at random.
-    Names names_after(int round) {
-        Names names = disk_.names;
+    NameTable names_after(int round) {
+        NameTable names = disk_.names;
         auto const bits =
             disk_.changes.size() <= MOST_IN_FULL ? static_cast<std::uint64_t>(round) : random_();
         std::set<std::string>
@@ -192,7 +192,7 @@ private:
         return names;
     }
 
-    void note_state(Names const& names, int damage) {
+    void note_state(NameTable const& names, int damage) {
         State state{{}, promises};
         for (auto const& [name, file] : names) {
             int const how = disk_.flushed.contains(file) ? 0
@@ -211,7 +211,7 @@ private:
     }
 
     fs::path folder_;
-    Names names_;
+    NameTable names_;
     std::map<ino_t, FileId> files_;
     std::map<FileId, std::string> contents_;
     FileId last_file_ = 0;

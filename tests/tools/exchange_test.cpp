@@ -114,11 +114,11 @@ TEST_F(Exchange, WhatCannotBeSharedIsSaidAndHarmsNothing) {
         char const* track;
         char const* reason;
     };
-    for (auto const& [name, track, reason] :
+    for (Case const& wrong :
          {Case{"Ann", "Nowhere", "no track"}, Case{"Bo", "Hall", "no record"}}) {
-        Said const said = heard([&] { return export_lap(name, track, lap); });
+        Said const said = heard([&] { return export_lap(wrong.name, wrong.track, lap); });
         EXPECT_EQ(said.status, 1);
-        EXPECT_THAT(said.err, HasSubstr(reason));
+        EXPECT_THAT(said.err, HasSubstr(wrong.reason));
     }
     // Another track has taken the slot since.
     fs::rename("tracks/3_Hall.trk", "tracks/3_Mine.trk");

@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr int RATE = 22050;      // Hz
-constexpr int FRAME = RATE / 20; // samples: 50 ms, about what an ear takes together
+constexpr int MIX_RATE = 22050;      // Hz
+constexpr int FRAME = MIX_RATE / 20; // samples: 50 ms, about what an ear takes together
 constexpr float DEFAULT_MUSIC = 0.3F;
 constexpr float RACING_SPEED = 0.3F; // cells a tick, three quarters of the top speed
 constexpr double MIN_SHARE = 0.5;
@@ -38,7 +38,7 @@ constexpr std::array<Source, 2> SOURCES{
 class Band {
 public:
     explicit Band(double middle) {
-        double const w = 2.0 * 3.14159265358979 * middle / RATE;
+        double const w = 2.0 * 3.14159265358979 * middle / MIX_RATE;
         double const alpha = std::sin(w) * std::sinh(0.11552 * w / std::sin(w));
         gain_ = alpha / (1.0 + alpha);
         back_ = {-2.0 * std::cos(w) / (1.0 + alpha), (1.0 - alpha) / (1.0 + alpha)};
@@ -89,7 +89,7 @@ Samples cars(std::size_t count, bool skidding) {
 
 Samples music(char const* song) {
     Audio audio;
-    audio.music_samples = decode_mp3_mono(song, RATE);
+    audio.music_samples = decode_mp3_mono(song, MIX_RATE);
     audio.music_volume = DEFAULT_MUSIC;
     audio.music_playing = true;
     return mixed(audio, audio.music_samples.size());
@@ -114,7 +114,7 @@ double share_heard(Samples const& cars, Samples const& music, Source const& sour
 void check_engines(Report& report) {
     for (char const* song : SONGS) {
         Samples const over = music(song);
-        if (over.size() < RATE) {
+        if (over.size() < MIX_RATE) {
             report.add(false, song, "nothing to play");
             continue;
         }
