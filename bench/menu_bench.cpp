@@ -54,9 +54,10 @@ struct Stage {
         fs::create_directories(folder / "art/fonts");
         fs::current_path(folder);
         for (char const* font :
-             {"Quango-xlVR.otf", "StarJediOutline-y0xm.ttf", "Montserrat-SemiBoldItalic.otf"})
+             {"Quango-xlVR.otf", "StarJediOutline-y0xm.ttf", "Montserrat-SemiBoldItalic.otf"}) {
             fs::copy_file("/usr/share/fonts/truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf",
                           fs::path("art/fonts") / font, fs::copy_options::overwrite_existing);
+        }
         std::ofstream("tracks/1_bench.trk") << "1 1\n*\n";
         save_track_picture("tracks/1_bench.png");
         window = SDL_CreateWindow("menu bench", 0, 0, 1280, 720, 0);

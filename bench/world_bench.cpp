@@ -83,10 +83,11 @@ Track make_ring(int width, int height) {
                 std::max(std::abs(column + 0.5 - 0.5 * width) - (0.5 * width - half), 0.0);
             double const d = std::hypot(off, row + 0.5 - half);
             std::uint8_t& cell = track.cells[track.index(column, row)];
-            if (d < half - 20.0 && d > half - 120.0)
+            if (d < half - 20.0 && d > half - 120.0) {
                 cell = '.';
-            else if (d < half - 17.0 && d > half - 123.0)
+            } else if (d < half - 17.0 && d > half - 123.0) {
                 cell = (column + row) % 12 < 6 ? 'r' : 'w';
+            }
         }
     }
     int const middle = width / 2;
@@ -174,8 +175,9 @@ BENCHMARK(bump)->DenseRange(0, 2)->ArgName("meeting");
 
 void derived_fields(benchmark::State& state) {
     Track track = make_ring(3000, 2000);
-    if (state.range(0) != 0)
+    if (state.range(0) != 0) {
         std::replace(track.cells.begin(), track.cells.end(), std::uint8_t{'g'}, std::uint8_t{'.'});
+    }
     for (auto _ : state) {
         track.compute_grass_distance();
         track.compute_start_distance();

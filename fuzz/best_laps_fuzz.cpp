@@ -27,8 +27,10 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         require(!name.empty() && name.size() < 128 && !entries.empty());
         for (auto const& [slot, entry] : entries) {
             require(!std::isnan(entry.seconds) && entry.trace_file.size() < 160);
-            if (!is_plain(name) || !is_plain(entry.trace_file) || !(std::abs(entry.seconds) < 1e9))
+            if (!is_plain(name) || !is_plain(entry.trace_file) ||
+                !(std::abs(entry.seconds) < 1e9)) {
                 continue;
+            }
             require(again.contains(name) && again.at(name).contains(slot));
             require(std::abs(again.at(name).at(slot).seconds - entry.seconds) < 0.001);
         }

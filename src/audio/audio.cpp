@@ -39,8 +39,9 @@ private:
 };
 
 void reset_sounds(Audio& audio) {
-    for (std::size_t car = 0; car < audio.car_synth.size(); ++car)
+    for (std::size_t car = 0; car < audio.car_synth.size(); ++car) {
         audio.car_synth[car].noise_seed = NOISE_SEEDS[car];
+    }
     for (std::size_t slot = 0; slot < SFX_SLOTS; ++slot) {
         audio.sfx_requests[slot].reset();
         audio.sfx_seen[slot] = 0;
@@ -69,9 +70,10 @@ void start_driver() {
     std::vector<char const*> const drivers = wanted_drivers();
     for (int pass = 0; pass < DRIVER_PASSES; ++pass) {
         if (char const* driver = try_drivers(drivers)) {
-            if (pass > 0)
+            if (pass > 0) {
                 std::fprintf(stderr, "audio: %s came up after %d ms\n", driver,
                              pass * PASS_DELAY_MS);
+            }
             return;
         }
         SDL_Delay(PASS_DELAY_MS);

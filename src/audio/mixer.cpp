@@ -75,8 +75,9 @@ void take_requests(Audio& audio) {
     for (std::size_t car = 0; car < audio.car_feed.size(); ++car) {
         CarFeed const& feed = audio.car_feed[car];
         CarSynth& synth = audio.car_synth[car];
-        if (take_request(feed.wall_hit_count, synth.wall_hit_seen))
+        if (take_request(feed.wall_hit_count, synth.wall_hit_seen)) {
             synth.wall_env = feed.wall_hit_volume;
+        }
     }
     if (take_request(audio.beep_requests, audio.beep_seen)) {
         auto const rate = static_cast<float>(audio.sample_rate);
@@ -86,8 +87,9 @@ void take_requests(Audio& audio) {
         audio.beep_step = static_cast<double>(audio.beep_hz) * TWO_PI / static_cast<double>(rate);
         audio.beep_length = beep_samples(audio.beep_seconds, rate);
     }
-    for (std::size_t slot = 0; slot < SFX_SLOTS; ++slot)
+    for (std::size_t slot = 0; slot < SFX_SLOTS; ++slot) {
         if (take_request(audio.sfx_requests[slot], audio.sfx_seen[slot])) audio.sfx_pos[slot] = 0;
+    }
 }
 
 // A gain that fades towards zero never arrives, but ends up in numbers so small that processors
@@ -104,14 +106,16 @@ Buffer begin_buffer(Audio& audio) {
     buffer.sample_rate = static_cast<double>(audio.sample_rate);
     buffer.wobble_step = WOBBLE_RADIANS_PER_S / buffer.sample_rate;
     buffer.rumble_step = RUMBLE_RADIANS_PER_S / buffer.sample_rate;
-    for (std::size_t car = 0; car < buffer.cars.size(); ++car)
+    for (std::size_t car = 0; car < buffer.cars.size(); ++car) {
         buffer.cars[car] = read_car(audio.car_feed[car], sound_on);
+    }
     std::int32_t const quarter = audio.beep_length / 4;
     buffer.beep_attack = std::min(quarter, static_cast<std::int32_t>(buffer.sample_rate * 0.005));
     buffer.beep_release = std::min(quarter, static_cast<std::int32_t>(buffer.sample_rate * 0.02));
     buffer.music_fade_step = audio.music_fade_step;
-    for (std::size_t slot = 0; slot < SFX_SLOTS; ++slot)
+    for (std::size_t slot = 0; slot < SFX_SLOTS; ++slot) {
         buffer.sfx_volume[slot] = audio.sfx_volume[slot];
+    }
     return buffer;
 }
 
@@ -174,11 +178,13 @@ float next_car_sample(CarSynth& synth, CarTone const& tone, Buffer const& buffer
 }
 
 float beep_envelope(Audio const& audio, Buffer const& buffer) {
-    if (audio.beep_pos < buffer.beep_attack)
+    if (audio.beep_pos < buffer.beep_attack) {
         return static_cast<float>(audio.beep_pos) / static_cast<float>(buffer.beep_attack);
+    }
     std::int32_t const left = audio.beep_length - audio.beep_pos;
-    if (left < buffer.beep_release)
+    if (left < buffer.beep_release) {
         return static_cast<float>(left) / static_cast<float>(buffer.beep_release);
+    }
     return 1.0F;
 }
 

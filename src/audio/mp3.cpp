@@ -65,8 +65,9 @@ std::vector<std::int16_t> read_all(mpg123_handle* decoder, char const* path) {
         std::size_t const whole_samples = bytes / sizeof(std::int16_t);
         samples.insert(samples.end(), chunk.data(), chunk.data() + whole_samples);
     }
-    if (result != MPG123_DONE)
+    if (result != MPG123_DONE) {
         std::fprintf(stderr, "mpg123_read(%s) error: %s\n", path, mpg123_strerror(decoder));
+    }
     mpg123_close(decoder);
     return samples;
 }

@@ -22,8 +22,9 @@ struct Keys {
 
 void steer(Player& player, bool gas, bool brake, bool left, bool right) {
     player.input = {gas != player.invert_gas, brake, left, right};
-    if (player.swap_when_reversing && player.car.throttle < 0.0)
+    if (player.swap_when_reversing && player.car.throttle < 0.0) {
         std::swap(player.input.left, player.input.right);
+    }
 }
 
 } // namespace

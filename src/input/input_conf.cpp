@@ -123,10 +123,11 @@ std::vector<ConfLine> last_section(std::vector<ConfLine> const& lines, int playe
     std::vector<ConfLine> section;
     for (ConfLine const& line : lines) {
         if (line.player != player) continue;
-        if (line.opens)
+        if (line.opens) {
             section.clear();
-        else
+        } else {
             section.push_back(line);
+        }
     }
     return section;
 }
@@ -145,12 +146,13 @@ std::vector<std::string> items_of(std::string const& list) {
 void add_wish(ConfLine const& line, Control control, std::string const& item,
               std::vector<Wish>& wishes) {
     SDL_Scancode const key = key_named(item);
-    if (key == SDL_SCANCODE_UNKNOWN)
+    if (key == SDL_SCANCODE_UNKNOWN) {
         tell(line.number, line.key.c_str(), "no key is named \"" + item + "\"");
-    else if (is_race_key(key))
+    } else if (is_race_key(key)) {
         tell(line.number, line.key.c_str(), "\"" + item + "\" is a key of the race");
-    else
+    } else {
         wishes.push_back({line.number, static_cast<std::size_t>(line.player), control, key});
+    }
 }
 
 // A later line for the same control takes the place of an earlier one.
@@ -171,10 +173,12 @@ void add_wishes(ConfLine const& line, bool has_device, std::vector<Wish>& wishes
 
 KeyBindings bound_by(std::vector<Wish> const& wishes) {
     KeyBindings keys = builtin_keys();
-    for (Wish const& wish : wishes)
+    for (Wish const& wish : wishes) {
         keys[wish.player][static_cast<std::size_t>(wish.control)].clear();
-    for (Wish const& wish : wishes)
+    }
+    for (Wish const& wish : wishes) {
         keys[wish.player][static_cast<std::size_t>(wish.control)].push_back(wish.key);
+    }
     return keys;
 }
 
@@ -184,8 +188,9 @@ std::string other_holder(KeyBindings const& keys, Wish const& wish) {
         for (Control const control : ALL_CONTROLS) {
             if (player == wish.player && control == wish.control) continue;
             auto const& held = keys_of(keys[player], control);
-            if (std::find(held.begin(), held.end(), wish.key) != held.end())
+            if (std::find(held.begin(), held.end(), wish.key) != held.end()) {
                 return std::string(player == 0 ? "red " : "blue ") + control_name(control);
+            }
         }
     }
     return {};

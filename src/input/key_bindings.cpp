@@ -16,8 +16,9 @@ constexpr std::array CAPITALS{
 };
 
 Uint32 capital(Uint32 letter) {
-    for (CapitalRange const& range : CAPITALS)
+    for (CapitalRange const& range : CAPITALS) {
         if (letter >= range.first && letter <= range.last) return letter - range.offset;
+    }
     return letter;
 }
 

@@ -295,10 +295,12 @@ std::optional<PadPress> Pads::controller_event(SDL_Event const& event, std::uint
     Pad* const pad = find(event.cdevice.which);
     if (pad == nullptr) return std::nullopt;
     if (event.type == SDL_CONTROLLERAXISMOTION) {
-        if (event.caxis.axis == SDL_CONTROLLER_AXIS_LEFTX)
+        if (event.caxis.axis == SDL_CONTROLLER_AXIS_LEFTX) {
             return lean(*pad, pad->lean.x, event.caxis.value, true, now);
-        if (event.caxis.axis == SDL_CONTROLLER_AXIS_LEFTY)
+        }
+        if (event.caxis.axis == SDL_CONTROLLER_AXIS_LEFTY) {
             return lean(*pad, pad->lean.y, event.caxis.value, false, now);
+        }
         return std::nullopt;
     }
     std::optional<PadButton> const button = named(event.cbutton.button);

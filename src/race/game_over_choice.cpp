@@ -50,8 +50,9 @@ void draw_game_over_choice(GameLoop& g, unsigned now) {
     double const scale = text_scale(g.fonts);
     std::array<int, 2> widths{};
     int h = 0;
-    for (std::size_t i = 0; i < WORDS.size(); ++i)
+    for (std::size_t i = 0; i < WORDS.size(); ++i) {
         measure_text(font, scale, WORDS[i], &widths[i], &h);
+    }
     int x = CENTRE_X - (widths[0] + GAP + widths[1]) / 2;
     for (std::size_t i = 0; i < WORDS.size(); ++i) {
         bool const chosen = g.rematch_focused == (i == 1);

@@ -45,8 +45,9 @@ void note_reached(GhostIndex& index, Track const& track) {
     index.reached.reserve(static_cast<std::size_t>(track.start_distance_max) + 2);
     for (std::size_t i = 0; i < index.places.size(); ++i) {
         auto const steps = static_cast<std::size_t>(index.places[i].steps);
-        while (index.reached.size() <= steps)
+        while (index.reached.size() <= steps) {
             index.reached.push_back(static_cast<std::uint32_t>(i));
+        }
     }
 }
 

@@ -1,4 +1,5 @@
 #include "audio/audio.h"
+#include "base/say.h"
 #include "base/screen.h"
 #include "base/texts.h"
 #include "race/game_loop.h"
@@ -11,8 +12,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdarg>
-#include <cstdio>
 
 // Every key that changes a setting says so twice: a toast for the player, a line on standard
 // output for whoever follows the run from a console.
@@ -23,14 +22,6 @@ constexpr float DEFAULT_MUSIC_VOLUME = 0.3F;
 constexpr float VOLUME_STEP = 0.05F;
 constexpr std::uint32_t OSD_MS = 2000;
 constexpr std::uint32_t LOSS_SHOWS_MS = 3000;
-
-[[gnu::format(printf, 1, 2)]] void say(char const* format, ...) {
-    va_list args;
-    va_start(args, format);
-    std::vprintf(format, args);
-    va_end(args);
-    std::fflush(stdout);
-}
 
 char const* on_off(bool on) {
     return on ? "on" : "off";

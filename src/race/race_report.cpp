@@ -2,6 +2,7 @@
 
 #include "audio/audio.h"
 #include "audio/music_fade.h"
+#include "base/say.h"
 #include "base/texts.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
@@ -11,7 +12,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdarg>
 #include <cstdio>
 
 namespace {
@@ -27,14 +27,6 @@ constexpr Beep GO_BEEP{990.0F, 0.9F, 0.75F};
 constexpr std::array<Beep, 4> COUNTDOWN_BEEPS{COUNT_BEEP, COUNT_BEEP, COUNT_BEEP, GO_BEEP};
 constexpr Beep BEST_LAP_BEEP{1320.0F, 0.2F, 0.6F};
 constexpr Beep LAP_BEEP{880.0F, 0.2F, 0.6F};
-
-[[gnu::format(printf, 1, 2)]] void tell(char const* format, ...) {
-    va_list args;
-    va_start(args, format);
-    std::vprintf(format, args);
-    va_end(args);
-    std::fflush(stdout);
-}
 
 void sound(Audio& audio, Beep const& beep) {
     audio.request_beep(beep.hz, beep.seconds, beep.volume);
@@ -59,14 +51,14 @@ void keep_record(ReportContext& report, Player& player, RaceEvent& lap) {
         report.trouble = printed(texts::GHOST_LOST, failure_reason().c_str());
         return;
     }
-    tell("P%d ghost saved: %s (%zu frames)\n", player.id, file.c_str(), player.best_trace.size());
+    say("P%d ghost saved: %s (%zu frames)\n", player.id, file.c_str(), player.best_trace.size());
 }
 
 void report_lap(ReportContext& report, RaceEvent& lap) {
     keep_record(report, player_of(report.sim, lap), lap);
     sound(report.audio, lap.is_best ? BEST_LAP_BEEP : LAP_BEEP);
-    tell("P%d lap %d: %u.%03u s%s\n", lap.player, lap.number, lap.time_ms / 1000,
-         lap.time_ms % 1000, lap.is_best ? "  (best)" : "");
+    say("P%d lap %d: %u.%03u s%s\n", lap.player, lap.number, lap.time_ms / 1000, lap.time_ms % 1000,
+        lap.is_best ? "  (best)" : "");
 }
 
 void fade_race_music(ReportContext& report) {
@@ -82,18 +74,18 @@ void report_event(ReportContext& report, RaceEvent& event) {
     case RaceEventKind::CountdownBeep:
         return sound(report.audio, COUNTDOWN_BEEPS.at(static_cast<std::size_t>(event.number)));
     case RaceEventKind::ClockStarted:
-        return tell("P%d flying start: clock running\n", event.player);
+        return say("P%d flying start: clock running\n", event.player);
     case RaceEventKind::WrongWay:
-        return tell("P%d crossed goal line backwards\n", event.player);
+        return say("P%d crossed goal line backwards\n", event.player);
     case RaceEventKind::BackAcross:
-        return tell("P%d back across goal line (no lap counted)\n", event.player);
+        return say("P%d back across goal line (no lap counted)\n", event.player);
     case RaceEventKind::Lap:
         return report_lap(report, event);
     case RaceEventKind::Finished:
         if (event.is_first) fade_race_music(report);
-        return tell("P%d finished the race\n", event.player);
+        return say("P%d finished the race\n", event.player);
     case RaceEventKind::OutOfTime:
-        return tell("P%d out of time — race over\n", event.player);
+        return say("P%d out of time — race over\n", event.player);
     case RaceEventKind::WallHit:
         return report.audio.request_wall_hit(event.player - 1, event.loudness);
     case RaceEventKind::Bump:

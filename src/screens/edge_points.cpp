@@ -80,8 +80,9 @@ std::vector<SDL_Point> build_edge_points(SDL_Surface* image) {
     for (int y = 0; y < copy->h; ++y) {
         for (int x = 0; x < copy->w; ++x) {
             // A full box of three by three has a lit centre.
-            if (lit.full(x, y, SOLID) && !lit.full(x, y, RIM) && lit.within_a_shape(x, y))
+            if (lit.full(x, y, SOLID) && !lit.full(x, y, RIM) && lit.within_a_shape(x, y)) {
                 points.push_back({x, y});
+            }
         }
     }
     return points;

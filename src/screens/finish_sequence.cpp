@@ -35,9 +35,10 @@ void play_once(bool& played, Audio& audio, int slot, float volume) {
 void fade_out_fanfare(FinishSeq& seq, Audio& audio, std::uint32_t now) {
     seq.fanfare_played = true;
     float faded = 1.0F;
-    if (seq.game_over_fade_ms != 0)
+    if (seq.game_over_fade_ms != 0) {
         faded = std::min(1.0F, static_cast<float>(now - seq.game_over_at) /
                                    static_cast<float>(seq.game_over_fade_ms));
+    }
     slot_volume(audio, FANFARE_SLOT) = FANFARE_VOLUME - faded;
 }
 
@@ -52,8 +53,9 @@ Leave drain_events() {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) {
         if (event.type == SDL_QUIT) return Leave::Quit;
-        if (event.type == SDL_KEYDOWN && event.key.keysym.scancode == SDL_SCANCODE_ESCAPE)
+        if (event.type == SDL_KEYDOWN && event.key.keysym.scancode == SDL_SCANCODE_ESCAPE) {
             return Leave::Skip;
+        }
     }
     return Leave::No;
 }
@@ -82,12 +84,14 @@ void finish_seq_update(FinishSeq& seq, Audio& audio, unsigned now) {
     if (!seq.active) return;
     std::uint32_t const t = now - seq.started_at;
     play_once(seq.chime_played, audio, CHIME_SLOT, CHIME_VOLUME);
-    if (t >= CROWD_AT_MS)
+    if (t >= CROWD_AT_MS) {
         play_once(seq.crowd_played, audio, CROWD_SLOT, static_cast<float>(CROWD_VOLUME));
-    if (seq.game_over_at != 0)
+    }
+    if (seq.game_over_at != 0) {
         fade_out_fanfare(seq, audio, now);
-    else if (t >= FANFARE_AT_MS)
+    } else if (t >= FANFARE_AT_MS) {
         play_once(seq.fanfare_played, audio, FANFARE_SLOT, FANFARE_VOLUME);
+    }
     if (t >= CROWD_FADE_AT_MS) fade_out_crowd(audio, t - CROWD_FADE_AT_MS);
 }
 

@@ -98,8 +98,9 @@ void write_keys(Pen& pen, HelpFacts const& facts) {
     for (std::size_t player : {0U, 1U}) {
         gap(pen);
         title(pen, NAMES.at(player), TINTS.at(player));
-        for (std::size_t i = 0; i < CONTROL_WORDS.size(); ++i)
+        for (std::size_t i = 0; i < CONTROL_WORDS.size(); ++i) {
             row(pen, CONTROL_WORDS.at(i), listed(facts.keys[player][i]), TITLE);
+        }
     }
     gap(pen);
     note(pen, "Keys of your own: a section of input.conf beside the game,");

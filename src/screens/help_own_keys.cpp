@@ -96,13 +96,17 @@ PlayerAnnos player_annos(KeyBindings const& keys) {
     }
     // This one's are left, right, handbrake, accelerate.
     constexpr std::array<std::size_t, 4> ALT_ROWS{0, 1, 3, 2};
-    for (std::size_t row = 0; row < ALT_ROWS.size(); ++row)
+    for (std::size_t row = 0; row < ALT_ROWS.size(); ++row) {
         if (!own(1, ALT_ROWS.at(row))) annos[2].push_back(ANNOS_BLUE_ALT.at(row));
+    }
     PlayerAnnos first;
-    for (std::size_t player : {0U, 1U})
-        for (Control const control : ALL_CONTROLS)
-            if (own(player, static_cast<std::size_t>(control)))
+    for (std::size_t player : {0U, 1U}) {
+        for (Control const control : ALL_CONTROLS) {
+            if (own(player, static_cast<std::size_t>(control))) {
                 add_own_keys(annos, first, player, control, keys_of(keys[player], control));
+            }
+        }
+    }
     place_all(annos[0], first[0], OWN_RED_ANCHOR);
     place_all(annos[1], first[1], BLUE_ANCHOR);
     place_all(annos[2], first[2], BLUE_ALT_ANCHOR);

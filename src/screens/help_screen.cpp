@@ -28,10 +28,11 @@ KeyboardTex draw_page(SDL_Renderer* renderer, int ow, int oh, int number, HelpFa
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);
     SDL_RenderClear(renderer);
-    if (number == 1)
+    if (number == 1) {
         draw_help_page(renderer, ow, oh, facts);
-    else
+    } else {
         draw_help_more(renderer, ow, oh, facts);
+    }
     SDL_SetRenderTarget(renderer, before);
     return {std::move(texture), ow, oh, number};
 }

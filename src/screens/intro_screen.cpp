@@ -76,8 +76,9 @@ bool run_intro_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, 
         while (SDL_PollEvent(&event) != 0) {
             handle_event(intro, event, window, fullscreen);
             if (pads == nullptr) continue;
-            if (auto const press = pads->handle(event, SDL_GetTicks()))
+            if (auto const press = pads->handle(event, SDL_GetTicks())) {
                 handle_pad(intro, press->button, window, fullscreen);
+            }
         }
         render_intro(renderer, intro.picture.get(), intro.picture_w, intro.picture_h, intro.w,
                      intro.h, fonts, SDL_GetTicks(),

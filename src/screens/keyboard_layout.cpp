@@ -205,15 +205,17 @@ SDL_Scancode scancode_of(KbKey const& key) {
         Word{"<LEFT>", SDL_SCANCODE_LEFT},
         Word{"<RIGHT>", SDL_SCANCODE_RIGHT},
     };
-    for (Word const& word : WORDS)
+    for (Word const& word : WORDS) {
         if (word.label == key.label) return key.x < KEYPAD_X / 3 ? word.left : word.right;
+    }
     std::string const pad = key.x >= KEYPAD_X ? "Keypad " : "";
     return SDL_GetScancodeFromName((pad + key.label).c_str());
 }
 
 KbKey const* find_key(SDL_Scancode code) {
-    for (KbKey const& key : KB_KEYS)
+    for (KbKey const& key : KB_KEYS) {
         if (scancode_of(key) == code) return &key;
+    }
     return nullptr;
 }
 

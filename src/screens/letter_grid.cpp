@@ -45,10 +45,12 @@ std::string letter_at(LetterGrid const& grid, int column, int row) {
 
 void render_page(LetterGrid& grid, SDL_Renderer* renderer, double scale, TTF_Font* font) {
     grid.letters.clear();
-    for (int row = 0; row < GRID_LETTER_ROWS; ++row)
-        for (int column = 0; column < GRID_COLUMNS; ++column)
+    for (int row = 0; row < GRID_LETTER_ROWS; ++row) {
+        for (int column = 0; column < GRID_COLUMNS; ++column) {
             grid.letters.push_back(
                 make_label(renderer, scale, font, letter_at(grid, column, row).c_str(), WHITE));
+        }
+    }
     grid.keys[0] =
         make_label(renderer, scale, font, NEXT_PAGE.at(static_cast<std::size_t>(grid.page)), WHITE);
 }
@@ -85,8 +87,9 @@ void open_letter_grid(LetterGrid& grid, SDL_Renderer* renderer, double scale, TT
                       TTF_Font* small_font) {
     grid = {};
     grid.open = true;
-    for (std::size_t i = 1; i < KEYS.size(); ++i)
+    for (std::size_t i = 1; i < KEYS.size(); ++i) {
         grid.keys[i] = make_label(renderer, scale, font, KEYS[i], WHITE);
+    }
     grid.hint = make_label(renderer, scale, small_font, HINT, WHITE);
     render_page(grid, renderer, scale, font);
 }
@@ -128,9 +131,10 @@ void draw_letter_grid(SDL_Renderer* renderer, LetterGrid const& grid, SDL_Rect c
         draw_cell(renderer, grid.letters[static_cast<std::size_t>(i)], cell(view, column, row),
                   column == grid.column && row == grid.row);
     }
-    for (int i = 0; i < GRID_KEYS; ++i)
+    for (int i = 0; i < GRID_KEYS; ++i) {
         draw_cell(renderer, grid.keys[static_cast<std::size_t>(i)], cell(view, i, GRID_LETTER_ROWS),
                   grid.row == GRID_LETTER_ROWS && i == grid.column);
+    }
     SDL_Rect const box = panel(view);
     draw_label(renderer, grid.hint, box.x + (box.w - grid.hint.w) / 2,
                box.y + box.h - HINT_H + (HINT_H - grid.hint.h) / 2, DIM);

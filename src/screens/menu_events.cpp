@@ -38,8 +38,9 @@ void handle_name_key(MenuScreen& menu, SDL_Keysym const& key, unsigned now) {
 
 // R chooses the race, and again and again its number of laps.
 void choose_race(GameMode& mode) {
-    if (mode.selected == MODE_RACE)
+    if (mode.selected == MODE_RACE) {
         mode.lap_index = (mode.lap_index + 1) % static_cast<int>(LAP_COUNTS.size());
+    }
     mode.selected = MODE_RACE;
 }
 
@@ -125,15 +126,17 @@ void click_modes(MenuScreen& menu, SDL_Rect const& view) {
 void click_laps(MenuScreen& menu, SDL_Rect const& view) {
     if (menu.mode.selected != MODE_RACE) return;
     for (std::size_t i = 0; i < LAP_COUNTS.size(); ++i) {
-        if (cursor_in(menu, lap_option_box(menu.mode, view, i)))
+        if (cursor_in(menu, lap_option_box(menu.mode, view, i))) {
             choose_laps(menu, static_cast<int>(i));
+        }
     }
 }
 
 void click_switches(MenuScreen& menu) {
     for (Switch const which : ALL_SWITCHES) {
-        if (cursor_in(menu, switch_box(menu.switches, switch_places(menu), which)))
+        if (cursor_in(menu, switch_box(menu.switches, switch_places(menu), which))) {
             toggle_switch(menu, which);
+        }
     }
 }
 
@@ -143,10 +146,11 @@ void click_tracks(MenuScreen& menu, SDL_Rect const& view, unsigned now) {
                                   [&menu](SDL_Rect const& rect) { return cursor_in(menu, rect); });
     if (hit == rects.end()) return;
     auto const index = static_cast<std::size_t>(hit - rects.begin());
-    if (index < menu.tracks.thumbs.size())
+    if (index < menu.tracks.thumbs.size()) {
         pick_row(menu.tracks, index, now);
-    else if (menu.tracks.extra_slot != 0)
+    } else if (menu.tracks.extra_slot != 0) {
         pick_extra(menu.tracks);
+    }
 }
 
 void click(MenuScreen& menu, unsigned now) {
@@ -161,8 +165,9 @@ void click(MenuScreen& menu, unsigned now) {
     click_laps(menu, view);
     click_switches(menu);
     click_tracks(menu, view, now);
-    if (menu.start.tex && cursor_in(menu, start_button_box(menu.start, view)))
+    if (menu.start.tex && cursor_in(menu, start_button_box(menu.start, view))) {
         launch_if_chosen(menu, now);
+    }
 }
 
 bool is_shift(SDL_Scancode key) {
@@ -178,21 +183,24 @@ void handle_in_menu(MenuScreen& menu, SDL_Event const& event, unsigned now) {
         click(menu, now);
         break;
     case SDL_TEXTINPUT:
-        if (menu.names.focus != -1)
+        if (menu.names.focus != -1) {
             type_text(menu, event.text.text, now);
-        else if (std::string_view(event.text.text) == "?")
+        } else if (std::string_view(event.text.text) == "?") {
             open_help(menu, now);
+        }
         break;
     case SDL_KEYUP:
-        if (menu.names.focus == -1 && is_shift(event.key.keysym.scancode))
+        if (menu.names.focus == -1 && is_shift(event.key.keysym.scancode)) {
             SDL_EventState(SDL_TEXTINPUT, SDL_DISABLE);
+        }
         break;
     case SDL_KEYDOWN:
         if (is_held_over(event.key)) break;
-        if (menu.names.focus != -1)
+        if (menu.names.focus != -1) {
             handle_name_key(menu, event.key.keysym, now);
-        else
+        } else {
             handle_menu_key(menu, event.key.keysym, now);
+        }
         break;
     default:
         break;
@@ -210,14 +218,15 @@ void handle_in_help(MenuScreen& menu, SDL_Event const& event, unsigned now) {
     if (event.type != SDL_KEYDOWN || is_held_over(event.key)) return;
     SDL_Scancode const key = event.key.keysym.scancode;
     int const page = menu.help_page.number;
-    if (key == SDL_SCANCODE_F11)
+    if (key == SDL_SCANCODE_F11) {
         toggle_fullscreen(menu.window, *menu.fullscreen);
-    else if (key == SDL_SCANCODE_RIGHT && page == 1)
+    } else if (key == SDL_SCANCODE_RIGHT && page == 1) {
         turn_help_page(menu, 2);
-    else if (key == SDL_SCANCODE_LEFT && page == 2)
+    } else if (key == SDL_SCANCODE_LEFT && page == 2) {
         turn_help_page(menu, 1);
-    else if (closes_help(key))
+    } else if (closes_help(key)) {
         close_help(menu, now);
+    }
 }
 
 // The help's second page names the pads.
@@ -233,8 +242,9 @@ void handle_pads(MenuScreen& menu, SDL_Event const& event, unsigned now) {
     menu.focus_shown = menu.pads->in_use();
     if (std::string const news = menu.pads->take_news(); !news.empty()) tell_news(menu, news, now);
     if (press &&
-        (could_see || menu.screen_phase != ScreenPhase::MENU || press->button > PadButton::A))
+        (could_see || menu.screen_phase != ScreenPhase::MENU || press->button > PadButton::A)) {
         handle_menu_pad(menu, *press, now);
+    }
 }
 
 } // namespace
@@ -243,19 +253,22 @@ void handle_pads(MenuScreen& menu, SDL_Event const& event, unsigned now) {
 int hear_text_with_shift(void* userdata, SDL_Event* event) {
     auto const& menu = *static_cast<MenuScreen const*>(userdata);
     if (event->type == SDL_KEYDOWN && is_shift(event->key.keysym.scancode) &&
-        menu.screen_phase == ScreenPhase::MENU)
+        menu.screen_phase == ScreenPhase::MENU) {
         SDL_EventState(SDL_TEXTINPUT, SDL_ENABLE);
+    }
     return 1;
 }
 
 void handle_menu_event(MenuScreen& menu, SDL_Event const& event, unsigned now) {
     if (menu.pads != nullptr) handle_pads(menu, event, now);
-    if (event.type == SDL_KEYMAPCHANGED)
+    if (event.type == SDL_KEYMAPCHANGED) {
         menu.help_page.tex.reset(); // it shows the layout's letters
-    if (event.type == SDL_QUIT)
+    }
+    if (event.type == SDL_QUIT) {
         menu.running = false;
-    else if (menu.screen_phase == ScreenPhase::MENU)
+    } else if (menu.screen_phase == ScreenPhase::MENU) {
         handle_in_menu(menu, event, now);
-    else if (menu.screen_phase == ScreenPhase::HELP)
+    } else if (menu.screen_phase == ScreenPhase::HELP) {
         handle_in_help(menu, event, now);
+    }
 }

@@ -33,11 +33,13 @@ public:
 };
 
 void add_modes(Items& items, GameMode const& mode, SDL_Rect const& view) {
-    for (int row : {MODE_PRACTICE, MODE_RACE})
+    for (int row : {MODE_PRACTICE, MODE_RACE}) {
         items.add(FocusKind::Mode, row, mode_row_box(mode, view, row));
+    }
     if (mode.selected != MODE_RACE) return;
-    for (std::size_t i = 0; i < mode.lap_options.size(); ++i)
+    for (std::size_t i = 0; i < mode.lap_options.size(); ++i) {
         items.add(FocusKind::Laps, static_cast<int>(i), lap_option_box(mode, view, i));
+    }
 }
 
 // A name's row reaches to the edge of the view and close to the other's; its frame is no wider than
@@ -65,11 +67,13 @@ std::vector<FocusItem> focus_items(MenuScreen& menu, unsigned now) {
     add_tracks(items, menu.tracks, view, now);
     add_modes(items, menu.mode, view);
     for (int row : {0, 1}) items.add(FocusKind::Name, row, name_box(menu.names, view, row));
-    for (Switch const which : ALL_SWITCHES)
+    for (Switch const which : ALL_SWITCHES) {
         items.add(FocusKind::Switch, static_cast<int>(which),
                   switch_box(menu.switches, switch_places(menu), which));
-    if (menu.start.tex && menu.tracks.selected_track != 0)
+    }
+    if (menu.start.tex && menu.tracks.selected_track != 0) {
         items.add(FocusKind::Start, 0, start_button_box(menu.start, view));
+    }
     items.add(FocusKind::Help, 0, help_button_box(menu.help_label, view));
     return std::move(items.list);
 }

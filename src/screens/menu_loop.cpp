@@ -26,9 +26,10 @@ bool points_at_help(MenuScreen const& menu, unsigned now) {
 
 // The switches, and what is there for a pad.
 void draw_more(MenuScreen& menu, SDL_Rect const& view, unsigned now) {
-    if (menu.header)
+    if (menu.header) {
         draw_switches(menu.renderer, menu.switches, switch_places(menu),
                       menu.pads != nullptr && menu.pads->rumble_on);
+    }
     draw_note(menu.renderer, menu.switches, menu.note, view, now);
     if (menu.letters.open) {
         SDL_Color const edge = menu.names.focus == 0 ? RED_NAME : BLUE_NAME;
@@ -36,8 +37,9 @@ void draw_more(MenuScreen& menu, SDL_Rect const& view, unsigned now) {
     }
     if (!menu.focus_shown || launching(menu)) return;
     std::vector<FocusItem> const items = focus_items(menu, now);
-    if (FocusItem const* const item = focused(items, menu.focus))
+    if (FocusItem const* const item = focused(items, menu.focus)) {
         draw_focus(menu.renderer, item->box, now);
+    }
 }
 
 void draw_menu_frame(MenuScreen& menu, float fade, unsigned now) {

@@ -214,8 +214,9 @@ void render_menu(SDL_Renderer* renderer, TextureHandle const& header, int img_w,
         }
     }
     draw_credits(frame, credits);
-    if (help_label.tex && since_intro >= INTRO_MS)
+    if (help_label.tex && since_intro >= INTRO_MS) {
         draw_help_button(frame, help_label, help_ring, help_hover);
+    }
     if (more && since_intro >= INTRO_MS) more(frame.view);
     draw_cursor(frame, cursor);
     draw_fade(frame, fade);

@@ -111,11 +111,12 @@ void draw_name_rows(MenuFrame const& frame, PlayerNames const& names) {
                     row_y(frame.view, row), row == 0 ? RED_NAME : BLUE_NAME);
         bool const caret = names.focus == row && (frame.now - names.blink_at) / BLINK_MS % 2 == 0;
         auto const player = static_cast<std::size_t>(row);
-        if (names.driven[player] && names.focus != row)
+        if (names.driven[player] && names.focus != row) {
             draw_on_row(frame.renderer, names.computer, place_x(frame.view, NAMES_X),
                         row_y(frame.view, row), DIM);
-        else
+        } else {
             draw_field(frame, names.fields[player], row, caret);
+        }
     }
 }
 

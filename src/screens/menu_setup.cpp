@@ -96,17 +96,19 @@ void make_headings(MenuScreen& menu) {
 
 void make_mode_labels(MenuScreen& menu) {
     menu.mode_font = open_font(MODE_FONT, menu.menu_scale);
-    if (menu.mode_font)
+    if (menu.mode_font) {
         TTF_SetFontKerning(menu.mode_font.get(), 0);
-    else
+    } else {
         report("menu game-mode font");
+    }
     menu.mode.practice = label(menu, menu.mode_font, "Practice");
     menu.mode.race = label(menu, menu.mode_font, "Race");
     menu.mode.arrow = label(menu, menu.mode_font, "»");
     menu.mode.laps_caption = label(menu, menu.mode_font, "—   laps:");
-    for (std::size_t i = 0; i < LAP_COUNTS.size(); ++i)
+    for (std::size_t i = 0; i < LAP_COUNTS.size(); ++i) {
         menu.mode.lap_options[i] =
             label(menu, menu.mode_font, std::to_string(LAP_COUNTS[i]).c_str());
+    }
     menu.names.red_label = label(menu, menu.mode_font, "red:");
     menu.names.blue_label = label(menu, menu.mode_font, "blue:");
     menu.help_label = label(menu, menu.mode_font, "?");
@@ -185,17 +187,19 @@ void make_thumbnails(MenuScreen& menu) {
         std::string const& picture = pictures[static_cast<std::size_t>(slot)];
         if (picture.empty()) continue;
         TrackThumb thumb;
-        if (build_track_thumb(thumb_maker(menu), slot, picture, thumb))
+        if (build_track_thumb(thumb_maker(menu), slot, picture, thumb)) {
             menu.tracks.thumbs.push_back(std::move(thumb));
-        else
+        } else {
             report(("track thumbnail " + picture).c_str());
+        }
     }
 }
 
 void make_switches(MenuScreen& menu) {
     constexpr std::array<char const*, ALL_SWITCHES.size()> WORDS{"bumps", "rumble", "red", "blue"};
-    for (std::size_t i = 0; i < WORDS.size(); ++i)
+    for (std::size_t i = 0; i < WORDS.size(); ++i) {
         menu.switches.words[i] = label(menu, menu.small_font, WORDS[i]);
+    }
     menu.switches.drives = label(menu, menu.small_font, "computer drives");
     menu.switches.no_records = label(menu, menu.small_font, "no records are kept");
     menu.names.computer = label(menu, menu.mode_font, "computer");
@@ -211,8 +215,9 @@ void make_extra_thumbnail(MenuScreen& menu) {
 
 void find_tracks(MenuTracks& tracks) {
     auto const files = discover_tracks();
-    for (std::size_t slot = 1; slot < files.size(); ++slot)
+    for (std::size_t slot = 1; slot < files.size(); ++slot) {
         tracks.has_track[slot] = !files[slot].empty();
+    }
 }
 
 void load_sounds(Audio& audio, bool load_music) {

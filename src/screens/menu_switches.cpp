@@ -96,8 +96,9 @@ void draw_switches(SDL_Renderer* renderer, MenuSwitches const& switches, SwitchP
 
 void draw_note(SDL_Renderer* renderer, MenuSwitches const& switches, MenuNote const& note,
                SDL_Rect const& view, unsigned now) {
-    if (static_cast<std::int32_t>(note.until - now) > 0)
+    if (static_cast<std::int32_t>(note.until - now) > 0) {
         draw_centred(renderer, note.label, view, GOLD);
-    else if (!is_recorded(switches.race))
+    } else if (!is_recorded(switches.race)) {
         draw_centred(renderer, switches.no_records, view, DIM);
+    }
 }

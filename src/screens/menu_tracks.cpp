@@ -24,8 +24,9 @@ void withdraw_extra(MenuTracks& tracks, unsigned now) {
 void pick_row_slot(MenuTracks& tracks, int slot, unsigned now) {
     auto const at = std::find_if(tracks.thumbs.begin(), tracks.thumbs.end(),
                                  [slot](TrackThumb const& thumb) { return thumb.slot == slot; });
-    if (at != tracks.thumbs.end())
+    if (at != tracks.thumbs.end()) {
         pick_row(tracks, static_cast<std::size_t>(at - tracks.thumbs.begin()), now);
+    }
 }
 
 // Notes where the row stands, so that it glides on from there when the extra thumbnail changes.
@@ -50,10 +51,11 @@ void show_extra(MenuTracks& tracks, int digit, SDL_Rect const& view, ThumbMaker 
     std::string const picture = discover_track_pngs()[static_cast<std::size_t>(digit)];
     if (picture.empty()) return;
     bool const same = tracks.extra_slot == digit;
-    if (tracks.extra_slot == 0)
+    if (tracks.extra_slot == 0) {
         start_entry(tracks, now);
-    else if (!same)
+    } else if (!same) {
         start_swap(tracks, view, now);
+    }
     tracks.extra_slot = digit;
     pick_extra(tracks);
     if (same && tracks.extra_thumb.tex) return;
@@ -86,10 +88,11 @@ void pick_extra(MenuTracks& tracks) {
 
 void pick_digit(MenuTracks& tracks, int digit, SDL_Rect const& view, ThumbMaker const& maker,
                 unsigned now) {
-    if (digit <= ROW_SLOTS)
+    if (digit <= ROW_SLOTS) {
         pick_row_slot(tracks, digit, now);
-    else
+    } else {
         show_extra(tracks, digit, view, maker, now);
+    }
 }
 
 TrackFactors track_factors(MenuTracks& tracks, unsigned now) {
@@ -100,8 +103,9 @@ TrackFactors track_factors(MenuTracks& tracks, unsigned now) {
     }
     float const a = tracks.swap_at == 0 ? 1.0F : std::min(1.0F, share_since(tracks.swap_at, now));
     if (a >= 1.0F) tracks.swapping = false;
-    if (factors.extra != nullptr)
+    if (factors.extra != nullptr) {
         factors.extra_alpha = tracks.swap_at == 0 && tracks.extra_slot == 0 ? 0.0F : a;
+    }
     if (tracks.swapping) {
         factors.swap_t = a;
         factors.from_rects = tracks.from_rects.data();
@@ -127,8 +131,9 @@ std::vector<SDL_Rect> row_rects(std::vector<TrackThumb> const& thumbs, TrackFact
     }
     if (factors.swap_t > 0.0F && factors.from_rects != nullptr) {
         std::size_t const count = std::min<std::size_t>(rects.size(), ROW_SLOTS);
-        for (std::size_t i = 0; i < count; ++i)
+        for (std::size_t i = 0; i < count; ++i) {
             glide(rects[i], factors.from_rects[i], rects[i], factors.swap_t);
+        }
     }
     return rects;
 }

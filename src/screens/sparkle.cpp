@@ -55,8 +55,9 @@ TextureHandle make_sparkle_star(SDL_Renderer* renderer) {
     auto const axis = star_axis();
     std::vector<std::uint32_t> pixels;
     pixels.reserve(static_cast<std::size_t>(STAR_SIDE) * STAR_SIDE);
-    for (StarAxis const& row : axis)
+    for (StarAxis const& row : axis) {
         for (StarAxis const& column : axis) pixels.push_back(star_pixel(column, row));
+    }
     TextureHandle star(
         SDL_CreateTexture(renderer, PIXEL_FORMAT, SDL_TEXTUREACCESS_STATIC, STAR_SIDE, STAR_SIDE));
     if (!star) return star;

@@ -19,8 +19,9 @@ constexpr int MIX_RATE = 22050;
 // Mixes in the device's buffers of 1024 samples.
 Samples mix(Audio& audio, int count) {
     Samples out(static_cast<std::size_t>(count), 12345);
-    for (int done = 0; done < count; done += 1024)
+    for (int done = 0; done < count; done += 1024) {
         audio.mix(out.data() + done, std::min(1024, count - done));
+    }
     return out;
 }
 
@@ -49,8 +50,9 @@ Samples added_by(float speed, Change change, bool gas = false) {
 
 std::vector<std::size_t> upward_crossings(Samples const& samples) {
     std::vector<std::size_t> found;
-    for (std::size_t i = 1; i < samples.size(); ++i)
+    for (std::size_t i = 1; i < samples.size(); ++i) {
         if (samples[i - 1] < 0 && samples[i] >= 0) found.push_back(i);
+    }
     return found;
 }
 
@@ -62,8 +64,9 @@ TEST(Mixer, EngineIsAWobblingToneOf81HzAtSpeed03) {
     EXPECT_NEAR(static_cast<double>(crossings.size()), 810, 2);
     // Two crossings make a period of the lower saw, 40.5 Hz, which wobbles by 3 %.
     std::vector<double> hz;
-    for (std::size_t i = 2; i < crossings.size(); i += 2)
+    for (std::size_t i = 2; i < crossings.size(); i += 2) {
         hz.push_back(MIX_RATE / static_cast<double>(crossings[i] - crossings[i - 2]));
+    }
     EXPECT_NEAR(*std::max_element(hz.begin(), hz.end()), 40.5 * 1.03, 0.1);
     EXPECT_NEAR(*std::min_element(hz.begin(), hz.end()), 40.5 * 0.97, 0.1);
     // The harmonics of both saws, summed through the low-pass, have an rms of 0.4771.
@@ -98,9 +101,10 @@ TEST(Mixer, KerbRumblesIn32BurstsASecondLouderWithSpeed) {
     EXPECT_NEAR(rms(fast) / rms(slow), 1995.0 / 1050.0, 0.03);
     Samples loudness(fast.size());
     std::transform(fast.begin(), fast.end(), loudness.begin(), [](int x) { return std::abs(x); });
-    for (double const other : {20.0, 27.0, 37.0, 45.0})
+    for (double const other : {20.0, 27.0, 37.0, 45.0}) {
         EXPECT_GT(level_at(loudness, 32, MIX_RATE), 4 * level_at(loudness, other, MIX_RATE))
             << other;
+    }
 }
 
 TEST(Mixer, WallThumpRingsOutWithoutARaceAndRestartsAtEachHit) {
@@ -149,8 +153,9 @@ TEST(Mixer, BeepHasItsPitchLevelLengthAndRamps) {
                                     {111UL, 1.0},
                                     {3967UL, 1.0},
                                     {4201UL, 209.0 / 441},
-                                    {4409UL, 1.0 / 441}})
+                                    {4409UL, 1.0 / 441}}) {
         EXPECT_NEAR(std::abs(ramps[at]), 9000 * share, 1.5) << at;
+    }
     audio.request_beep(MIX_RATE / 4.0F, 3.5F / MIX_RATE, 1.0F);
     EXPECT_THAT(mix(audio, 5), ElementsAre(0, 9000, 0, 0, 0)) << "too short for ramps";
 }

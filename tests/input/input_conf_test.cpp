@@ -118,8 +118,9 @@ TEST(InputConf, OwnKeysTakeTheBuiltInOnesPlacesUnlessTwoControlsWouldShareOne) {
         KeyBindings const keys = load_own_keys(folder.file("input.conf"));
         std::string const told = testing::internal::GetCapturedStderr();
         std::string names;
-        for (SDL_Scancode const key : keys_of(keys.at(c.player), c.control))
+        for (SDL_Scancode const key : keys_of(keys.at(c.player), c.control)) {
             names += SDL_GetScancodeName(key) + std::string(" ");
+        }
         EXPECT_EQ(names, c.names);
         EXPECT_NE(told.find(c.told), std::string::npos) << told;
         EXPECT_EQ(told.empty(), *c.told == '\0') << told;

@@ -49,8 +49,9 @@ void plug(std::string const& name, bool known) {
     int const device = SDL_JoystickAttachVirtualEx(&desc);
     pad.id = SDL_JoystickGetDeviceInstanceID(device);
     pad.handle = SDL_JoystickOpen(device);
-    for (int axis : {SDL_CONTROLLER_AXIS_TRIGGERLEFT, SDL_CONTROLLER_AXIS_TRIGGERRIGHT})
+    for (int axis : {SDL_CONTROLLER_AXIS_TRIGGERLEFT, SDL_CONTROLLER_AXIS_TRIGGERRIGHT}) {
         if (known) SDL_JoystickSetVirtualAxis(pad.handle, axis, SDL_JOYSTICK_AXIS_MIN);
+    }
 }
 
 void unplug(std::string const& name) {
@@ -87,8 +88,9 @@ void obey(std::string const& line) {
 void obey_one_line() {
     static int const pipe = open(std::getenv("BRINDLE_PADS"), O_RDONLY | O_NONBLOCK);
     static std::string text;
-    for (char byte = 0; text.find('\n') == std::string::npos && read(pipe, &byte, 1) == 1;)
+    for (char byte = 0; text.find('\n') == std::string::npos && read(pipe, &byte, 1) == 1;) {
         text += byte;
+    }
     std::size_t const end = text.find('\n');
     if (end == std::string::npos) return;
     obey(text.substr(0, end));

@@ -61,8 +61,9 @@ TEST_F(BestLaps, TellTheHolderOfEverySlot) {
     write_file(table_path(), "[B]\n1: 30\n2: 20.5\n[A]\n1: 30\n2: 21\n[C]\n3: inf\n1: 30.001\n");
     EXPECT_TRUE(load_best_laps(best));
     std::string holders;
-    for (auto const& [slot, lap] : best)
+    for (auto const& [slot, lap] : best) {
         holders += printed("%d %s %g, ", slot, lap.holder.c_str(), lap.seconds);
+    }
     EXPECT_EQ(holders, "1 A 30, 2 B 20.5, 3 C inf, ");
 }
 

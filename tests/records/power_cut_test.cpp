@@ -122,10 +122,11 @@ public:
         for (auto const& [name, file] : now) {
             if (file == 0 || names_.contains(name)) continue;
             bool const is_new = files_.empty() || !was_there(file);
-            if (is_new)
+            if (is_new) {
                 disk_.changes.push_back({{name, {0, file}}});
-            else
+            } else {
                 change[name] = {0, file};
+            }
         }
         if (!change.empty()) disk_.changes.push_back(change);
         std::erase_if(now, [](auto const& entry) { return entry.second == 0; });
@@ -154,8 +155,9 @@ public:
         for (int round = 0; round < rounds; ++round) {
             NameTable const names = names_after(round);
             if (!seen.insert(names).second) continue;
-            for (int damage = 0; damage < DAMAGES + 6 * effort(); ++damage)
+            for (int damage = 0; damage < DAMAGES + 6 * effort(); ++damage) {
                 note_state(names, damage);
+            }
         }
     }
 
@@ -182,10 +184,11 @@ private:
                              [&](auto const& entry) { return waiting.contains(entry.first); });
             bool const happens = possible && (bits >> (i % 64) & 1U) != 0;
             for (auto const& [name, files] : change) {
-                if (happens)
+                if (happens) {
                     names[name] = files.second;
-                else
+                } else {
                     waiting.insert(name);
+                }
             }
         }
         std::erase_if(names, [](auto const& entry) { return entry.second == 0; });
@@ -298,8 +301,9 @@ protected:
         flush_replaced_files();
         log.look();
         ++log.promises.made;
-        for (auto const& [slot, laps] : log.promises.laps)
+        for (auto const& [slot, laps] : log.promises.laps) {
             log.promises.calm_laps[slot] = laps.back();
+        }
         log.promises.calm_names = log.promises.red_names.size();
     }
 
@@ -370,8 +374,9 @@ protected:
             }
             expect_kept(state.promises);
             if (HasFatalFailure()) {
-                for (auto const& [name, bytes] : state.files)
+                for (auto const& [name, bytes] : state.files) {
                     ADD_FAILURE() << name << ": " << bytes.substr(0, 200);
+                }
                 return;
             }
             expect_all_kept(cut_again, again_every);

@@ -17,8 +17,9 @@ inline Track track_of(std::vector<std::string> const& rows) {
     Track track;
     track.width = static_cast<int>(rows.front().size());
     track.height = static_cast<int>(rows.size());
-    for (std::string const& row : rows)
+    for (std::string const& row : rows) {
         track.cells.insert(track.cells.end(), row.begin(), row.end());
+    }
     return track;
 }
 

@@ -91,8 +91,9 @@ TEST(FinishSequence, StopSilencesAtOnceAndANewStartBeginsAfresh) {
     run.update(7000);
     finish_seq_stop(run.seq, run.audio);
     run.update(7010);
-    for (std::size_t const slot : {CHIME, CROWD, FANFARE})
+    for (std::size_t const slot : {CHIME, CROWD, FANFARE}) {
         EXPECT_EQ(run.volume(slot), 0.0F) << slot;
+    }
     finish_seq_start(run.seq, Timeline::START + 9000);
     run.update(9010);
     EXPECT_EQ(run.plays(CHIME), 2U);

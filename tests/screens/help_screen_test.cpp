@@ -89,15 +89,17 @@ TEST(HelpShapes, AreFilledFromEdgeToEdgeWithRoundCornersCut) {
     Canvas canvas(40, 30);
     fill_rrect(canvas.renderer(), {5, 5, 20, 16}, 4, WHITE);
     // Rows of the corner stand in by 4 - round(sqrt(16 - d * d)), d = 3, 2, 1, 0.
-    for (auto const& [y, w] : {std::pair{5, 18}, {6, 18}, {8, 20}, {9, 20}, {16, 20}, {20, 18}})
+    for (auto const& [y, w] : {std::pair{5, 18}, {6, 18}, {8, 20}, {9, 20}, {16, 20}, {20, 18}}) {
         EXPECT_EQ(canvas.count({5, y, 20, 1}, WHITE), w) << "row " << y;
+    }
     EXPECT_EQ(canvas.count({0, 0, 40, 30}, WHITE), 20 * 16 - 8);
     canvas.clear(BLACK);
     fill_rrect(canvas.renderer(), {5, 5, 0, 16}, 4, WHITE);
     EXPECT_EQ(canvas.count({0, 0, 40, 30}, WHITE), 0);
     fill_triangle(canvas.renderer(), {20, 5}, {10, 15}, {30, 15}, WHITE);
-    for (int y = 5; y <= 15; ++y)
+    for (int y = 5; y <= 15; ++y) {
         EXPECT_EQ(canvas.count({0, y, 40, 1}, WHITE), 2 * (y - 5) + 1) << "row " << y;
+    }
     EXPECT_EQ(canvas.count({0, 16, 40, 14}, WHITE), 0);
 }
 

@@ -24,8 +24,9 @@ protected:
         menu_.H = 720;
         for (MenuLabel* label :
              {&menu_.mode.practice, &menu_.mode.race, &menu_.names.red_label,
-              &menu_.names.blue_label, &menu_.mode.laps_caption, &menu_.help_label})
+              &menu_.names.blue_label, &menu_.mode.laps_caption, &menu_.help_label}) {
             size(*label, 60, 20);
+        }
         for (MenuLabel& option : menu_.mode.lap_options) size(option, 10, 20);
         size(menu_.mode.arrow, 10, 20);
         for (int slot : {1, 3}) {

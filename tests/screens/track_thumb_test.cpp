@@ -111,8 +111,9 @@ TEST_F(Thumbs, AreNeverEnlargedAndNeedNoCache) {
 
 TEST_F(Thumbs, AreFoundBesideTrackFilesOnly) {
     for (char const* name : {"0_a.trk", "0_a.png", "1_a.trk", "1_a.png", "2_alone.trk",
-                             "3_alone.png", "4_a.trk", "4_b.trk", "4_b.png"})
+                             "3_alone.png", "4_a.trk", "4_b.trk", "4_b.png"}) {
         write_file(std::string("tracks/") + name, "");
+    }
     auto const found = discover_track_pngs();
     EXPECT_EQ(found[1], "tracks/1_a.png");
     EXPECT_EQ(found[4], "tracks/4_b.png");

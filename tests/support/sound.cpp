@@ -36,9 +36,10 @@ std::string wav_header(std::size_t samples, int rate) {
 
 Samples sine(double hz, double seconds, double level, int rate) {
     Samples samples(static_cast<std::size_t>(std::lround(seconds * rate)));
-    for (std::size_t i = 0; i < samples.size(); ++i)
+    for (std::size_t i = 0; i < samples.size(); ++i) {
         samples[i] = static_cast<std::int16_t>(
             std::lround(level * std::sin(TWO_PI * hz * static_cast<double>(i) / rate)));
+    }
     return samples;
 }
 
@@ -51,8 +52,9 @@ void write_mp3(std::string const& path, Samples const& samples, int rate) {
 
 double level_at(std::span<std::int16_t const> samples, double hz, int rate) {
     std::complex<double> sum;
-    for (std::size_t i = 0; i < samples.size(); ++i)
+    for (std::size_t i = 0; i < samples.size(); ++i) {
         sum += std::polar<double>(samples[i], -TWO_PI * hz * static_cast<double>(i) / rate);
+    }
     return 2.0 * std::abs(sum) / static_cast<double>(samples.size());
 }
 

@@ -69,17 +69,17 @@ TEST(TrackCompiler, PaintsTheRoadThatTheGridHas) {
     // A cell that is like all its neighbours is shown as such by every pixel; at an edge the
     // picture may be finer than the grid, but never by more than a cell.
     int wrong = 0;
-    for (int y = 1; y + 1 < made->track.height; y++) {
-        for (int x = 1; x + 1 < made->track.width; x++) {
+    for (int y = 1; y + 1 < made->track.height; ++y) {
+        for (int x = 1; x + 1 < made->track.width; ++x) {
             auto const cell = made->track.cells[made->track.index(x, y)];
             bool inner = std::abs(x - made->track.goal_x1) > 50; // flags, boxes and chequers
-            for (int dy = -1; dy <= 1; dy++) {
-                for (int dx = -1; dx <= 1; dx++) {
+            for (int dy = -1; dy <= 1; ++dy) {
+                for (int dx = -1; dx <= 1; ++dx) {
                     inner = inner && made->track.cells[made->track.index(x + dx, y + dy)] == cell;
                 }
             }
             if (!inner) continue;
-            for (int i = 0; i < PICTURE_SCALE * PICTURE_SCALE; i++) {
+            for (int i = 0; i < PICTURE_SCALE * PICTURE_SCALE; ++i) {
                 SDL_Color const pixel = surface_pixel(picture.get(), x * PICTURE_SCALE + i % 2,
                                                       y * PICTURE_SCALE + i / 2);
                 wrong += shown(pixel) == cell ? 0 : 1;

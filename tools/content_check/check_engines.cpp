@@ -102,8 +102,9 @@ double share_heard(Samples const& cars, Samples const& music, Source const& sour
         std::vector<double> const of_cars = powers(cars, middle);
         std::vector<double> const of_music = powers(music, middle);
         std::size_t heard = 0;
-        for (std::size_t i = 0; i < of_music.size(); ++i)
+        for (std::size_t i = 0; i < of_music.size(); ++i) {
             heard += of_cars[i] >= of_music[i] ? 1U : 0U;
+        }
         best = std::max(best, static_cast<double>(heard) / static_cast<double>(of_music.size()));
     }
     return best;

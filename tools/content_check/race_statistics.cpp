@@ -79,7 +79,7 @@ struct Watch {
 
 void note_race(HeadlessRace const& race, std::array<Watch, 2> const& watches,
                RaceStatistics& statistics) {
-    for (std::size_t i = 0; i < watches.size(); i++) {
+    for (std::size_t i = 0; i < watches.size(); ++i) {
         Player const& player = i == 0 ? race.sim.p1 : race.sim.p2;
         statistics.drivers++;
         statistics.turned += watches[i].turned ? 1 : 0;
@@ -92,7 +92,7 @@ void note_race(HeadlessRace const& race, std::array<Watch, 2> const& watches,
 } // namespace
 
 Track race_often(Track track, int races, int laps, RaceStatistics& statistics) {
-    for (int number = 0; number < races; number++) {
+    for (int number = 0; number < races; ++number) {
         HeadlessRace race;
         HeadlessSetup setup;
         setup.arcade = true; // as wherever the computer drives in the game: the cars bump

@@ -55,13 +55,15 @@ int main(int argc, char** argv) {
         return 2;
     }
     std::array<bool, 10> wanted{};
-    for (char const* word : words.subspan(3))
+    for (char const* word : words.subspan(3)) {
         wanted.at(static_cast<std::size_t>(std::atoi(word)) % 10) = true;
+    }
     std::array<std::string, 10> const files = discover_tracks();
     bool good = true;
-    for (std::size_t slot = 1; slot < files.size(); slot++) {
-        if (argc > 3 ? wanted.at(slot) : !files.at(slot).empty())
+    for (std::size_t slot = 1; slot < files.size(); ++slot) {
+        if (argc > 3 ? wanted.at(slot) : !files.at(slot).empty()) {
             good &= race_slot(files.at(slot), races);
+        }
     }
     return good ? 0 : 1;
 }

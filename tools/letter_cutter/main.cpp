@@ -53,7 +53,7 @@ int line_to(FT_Vector const* to, void* user) {
 
 int cubic_to(FT_Vector const* a, FT_Vector const* b, FT_Vector const* to, void* user) {
     Cutter& cutter = cutter_of(user);
-    for (int i = 1; i <= CHORDS; i++) {
+    for (int i = 1; i <= CHORDS; ++i) {
         double const t = static_cast<double>(i) / CHORDS;
         double const s = 1.0 - t;
         auto const blend = [&](FT_Pos p, FT_Pos q, FT_Pos r, FT_Pos e) {
@@ -84,7 +84,7 @@ bool cut_letters(FT_Face face, std::ostream& out) {
     Cutter cutter;
     cutter.height = static_cast<double>(face->glyph->metrics.height);
     FT_Outline_Funcs const calls{move_to, line_to, conic_to, cubic_to, 0, 0};
-    for (char letter = ' '; letter <= '`'; letter++) {
+    for (char letter = ' '; letter <= '`'; ++letter) {
         if (!load(face, letter)) return false;
         cutter.out << "{" << static_cast<int>(letter) << ','
                    << static_cast<double>(face->glyph->metrics.horiAdvance) / cutter.height << ",{";

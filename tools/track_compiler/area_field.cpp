@@ -33,8 +33,8 @@ void measure_area(GroundArea const& area, std::uint16_t number, AreaField& field
     int const y0 = std::max(0, steps(top->y - MARGIN));
     int const x1 = std::min(field.width, steps(right->x + MARGIN));
     int const y1 = std::min(field.height, steps(bottom->y + MARGIN));
-    for (int y = y0; y < y1; y++) {
-        for (int x = x0; x < x1; x++) {
+    for (int y = y0; y < y1; ++y) {
+        for (int x = x0; x < x1; ++x) {
             Point const cell{(x + 0.5) * AREA_STEP, (y + 0.5) * AREA_STEP};
             double const gap = outline_distance(area, cell);
             auto const depth = static_cast<float>(inside(area, cell) ? gap : -gap);

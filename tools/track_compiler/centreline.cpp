@@ -49,7 +49,7 @@ double cut_per_radius(Corner const& corner) {
 std::vector<Corner> measure_corners(Course const& course, Faults& faults) {
     std::size_t const count = course.points.size();
     std::vector<Corner> corners(count);
-    for (std::size_t i = 0; i < count; i++) {
+    for (std::size_t i = 0; i < count; ++i) {
         Point const here = course.points[i].at;
         Point const before = course.points[prev_of(i, count)].at;
         Point const after = course.points[next_of(i, count)].at;
@@ -75,13 +75,13 @@ std::vector<Corner> measure_corners(Course const& course, Faults& faults) {
 // Given radii first: they stand. The others share what is left of their legs.
 void fit_radii(Course const& course, std::vector<Corner>& corners) {
     std::size_t const count = corners.size();
-    for (std::size_t i = 0; i < count; i++) {
+    for (std::size_t i = 0; i < count; ++i) {
         if (!course.points[i].radius_given) continue;
         corners[i].radius = course.points[i].radius;
         corners[i].cut = corners[i].radius * cut_per_radius(corners[i]);
     }
     std::vector<Corner> fitted = corners;
-    for (std::size_t i = 0; i < count; i++) {
+    for (std::size_t i = 0; i < count; ++i) {
         if (course.points[i].radius_given) continue;
         std::size_t const before = prev_of(i, count);
         std::size_t const after = next_of(i, count);
@@ -98,7 +98,7 @@ void fit_radii(Course const& course, std::vector<Corner>& corners) {
 }
 
 void check_fit(Course const& course, std::vector<Corner> const& corners, Faults& faults) {
-    for (std::size_t i = 0; i < corners.size(); i++) {
+    for (std::size_t i = 0; i < corners.size(); ++i) {
         Corner const& after = corners[next_of(i, corners.size())];
         if (corners[i].cut + after.cut <= corners[i].leg + 0.01) continue;
         faults.push_back({course.points[i].line,
@@ -109,7 +109,7 @@ void check_fit(Course const& course, std::vector<Corner> const& corners, Faults&
 }
 
 void check_tightness(Course const& course, std::vector<Corner> const& corners, Faults& faults) {
-    for (std::size_t i = 0; i < corners.size(); i++) {
+    for (std::size_t i = 0; i < corners.size(); ++i) {
         if (std::fabs(corners[i].turn) <= 0.02 || corners[i].radius >= MIN_RADIUS) continue;
         faults.push_back(
             {course.points[i].line, "the corner is too tight: its radius comes to " +
@@ -120,7 +120,7 @@ void check_tightness(Course const& course, std::vector<Corner> const& corners, F
 
 std::vector<Piece> lay_pieces(Course const& course, std::vector<Corner> const& corners) {
     std::vector<Piece> pieces;
-    for (std::size_t i = 0; i < corners.size(); i++) {
+    for (std::size_t i = 0; i < corners.size(); ++i) {
         Corner const& corner = corners[i];
         Corner const& after = corners[next_of(i, corners.size())];
         Point const here = course.points[i].at;
@@ -156,10 +156,11 @@ std::vector<double> corner_places(std::vector<Piece> const& pieces, std::size_t 
     std::vector<double> places(count, 0.0);
     double along = 0.0;
     for (Piece const& piece : pieces) {
-        if (piece.curvature != 0.0)
+        if (piece.curvature != 0.0) {
             places[piece.corner] = along + piece.length / 2.0;
-        else if (places[piece.corner] == 0.0)
+        } else if (places[piece.corner] == 0.0) {
             places[piece.corner] = along;
+        }
         along += piece.length;
     }
     return places;
@@ -187,7 +188,7 @@ Centreline sample_pieces(Course const& course, std::vector<Piece> const& pieces)
     auto const count = static_cast<std::size_t>(std::max(3.0, std::round(line.length / STEP)));
     std::size_t at_piece = 0;
     double piece_begin = 0.0;
-    for (std::size_t i = 0; i < count; i++) {
+    for (std::size_t i = 0; i < count; ++i) {
         double const along = line.length * static_cast<double>(i) / static_cast<double>(count);
         while (at_piece + 1 < pieces.size() && along > piece_begin + pieces[at_piece].length) {
             piece_begin += pieces[at_piece++].length;
@@ -246,7 +247,7 @@ std::vector<RoadSample> sample_fork(Fork const& fork, std::size_t number) {
     double const begin = FORK_ALONG + FORK_SPAN * static_cast<double>(number);
     double ahead = 0.0; // from the leg's beginning to the next sample
     double along = begin;
-    for (std::size_t i = 0; i + 1 < way.size(); i++) {
+    for (std::size_t i = 0; i + 1 < way.size(); ++i) {
         Point const leg = way[i + 1] - way[i];
         double const reach = length(leg);
         for (; ahead < reach; ahead += STEP, along += STEP) {

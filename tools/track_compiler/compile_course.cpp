@@ -13,9 +13,9 @@ namespace {
 
 // Nature has no corners: each is cut off at a quarter of its sides, twice.
 void round_off(GroundArea& area) {
-    for (int round = 0; round < 2; round++) {
+    for (int round = 0; round < 2; ++round) {
         std::vector<Point> rounded;
-        for (std::size_t i = 0; i < area.corners.size(); i++) {
+        for (std::size_t i = 0; i < area.corners.size(); ++i) {
             Point const a = area.corners[i];
             Point const b = area.corners[(i + 1) % area.corners.size()];
             rounded.push_back(a + 0.25 * (b - a));

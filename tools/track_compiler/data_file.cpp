@@ -35,11 +35,11 @@ std::vector<DataLine> split_data(std::string const& text, Faults& faults) {
     std::vector<DataLine> lines;
     std::istringstream stream(text);
     std::string line;
-    for (int number = 1; std::getline(stream, line); number++) {
+    for (int number = 1; std::getline(stream, line); ++number) {
         DataLine data{.number = number, .words = {}};
         for (std::size_t at = 0; at < line.size();) {
             if (is_blank(line[at])) {
-                at++;
+                ++at;
                 continue;
             }
             if (line[at] == '#') break;

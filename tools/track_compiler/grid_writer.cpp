@@ -23,8 +23,8 @@ std::uint8_t cell_of(Surface surface) {
 }
 
 void fill_cells(Centreline const& line, RoadField const& field, double rim_width, Track& track) {
-    for (int y = 0; y < track.height; y++) {
-        for (int x = 0; x < track.width; x++) {
+    for (int y = 0; y < track.height; ++y) {
+        for (int x = 0; x < track.width; ++x) {
             std::size_t const at = track.index(x, y);
             RoadPlace const place{static_cast<double>(field.edge[at]),
                                   static_cast<double>(field.along[at]),
@@ -36,7 +36,7 @@ void fill_cells(Centreline const& line, RoadField const& field, double rim_width
 
 // A kerb cell that the game takes for wall, as it is too far from the road, becomes rim.
 void drop_solid_kerbs(Track& track) {
-    for (std::size_t at = 0; at < track.cells.size(); at++) {
+    for (std::size_t at = 0; at < track.cells.size(); ++at) {
         bool const kerb = track.cells[at] == 'r' || track.cells[at] == 'w';
         if (kerb && track.grass_distance[at] > KERB_REACH) track.cells[at] = 'b';
     }
@@ -48,8 +48,8 @@ void mark_goal(Course const& course, Track& track) {
     int const x2 = cell(std::max(course.goal_a.x, course.goal_b.x));
     int const y1 = cell(std::min(course.goal_a.y, course.goal_b.y));
     int const y2 = cell(std::max(course.goal_a.y, course.goal_b.y));
-    for (int y = std::max(0, y1); y <= std::min(y2, track.height - 1); y++) {
-        for (int x = std::max(0, x1); x <= std::min(x2, track.width - 1); x++) {
+    for (int y = std::max(0, y1); y <= std::min(y2, track.height - 1); ++y) {
+        for (int x = std::max(0, x1); x <= std::min(x2, track.width - 1); ++x) {
             if (cell_is_passable(track, x, y)) track.cells[track.index(x, y)] = '!';
         }
     }
@@ -86,7 +86,7 @@ Track make_grid(Course const& course, Centreline const& line, RoadField const& f
 std::string track_file_text(Track const& track) {
     std::string text = std::to_string(track.width) + " " + std::to_string(track.height) + "\n";
     auto const width = static_cast<std::ptrdiff_t>(track.width);
-    for (int y = 0; y < track.height; y++) {
+    for (int y = 0; y < track.height; ++y) {
         auto const row = track.cells.begin() + static_cast<std::ptrdiff_t>(track.index(0, y));
         text.append(row, row + width);
         text += '\n';

@@ -40,7 +40,7 @@ double rim_shadow(PaintSource const& source, Point at, double edge) {
     double const fall = HEIGHT * std::min(1.2, source.theme.shadow_length);
     if (std::fabs(edge) > 16.0 + fall) return 0.0;
     Point const light = towards_light(source.theme);
-    for (int step = 1; step <= STEPS; step++) {
+    for (int step = 1; step <= STEPS; ++step) {
         RoadPlace const caster = road_at(source.field, at + (fall * step / STEPS) * light);
         if (surface_at(source.line, caster, source.theme.rim_width) == Surface::rim) {
             return std::min(1.0, 1.5 - 0.75 * step / STEPS); // it fades towards its tip

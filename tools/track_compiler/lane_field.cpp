@@ -26,8 +26,8 @@ void measure_leg(Leg const& leg, double reach, std::uint16_t number, LaneField& 
     };
     Point const way = leg.to - leg.from;
     double const square = std::max(dot(way, way), 1e-9);
-    for (int y = low(leg.from.y, leg.to.y); y < high(leg.from.y, leg.to.y, field.height); y++) {
-        for (int x = low(leg.from.x, leg.to.x); x < high(leg.from.x, leg.to.x, field.width); x++) {
+    for (int y = low(leg.from.y, leg.to.y); y < high(leg.from.y, leg.to.y, field.height); ++y) {
+        for (int x = low(leg.from.x, leg.to.x); x < high(leg.from.x, leg.to.x, field.width); ++x) {
             Point const offset = Point{x + 0.5, y + 0.5} - leg.from;
             double const t = std::clamp(dot(offset, way) / square, 0.0, 1.0);
             auto const off = static_cast<float>(length(offset - t * way));
@@ -52,14 +52,14 @@ LaneField measure_lanes(Course const& course, int width, int height) {
     for (Lane const& lane : course.lanes) {
         std::vector<Point> const way = smoothed_way(lane.way);
         double whole = 0.0;
-        for (std::size_t i = 0; i + 1 < way.size(); i++) whole += distance(way[i], way[i + 1]);
+        for (std::size_t i = 0; i + 1 < way.size(); ++i) whole += distance(way[i], way[i + 1]);
         double along = 0.0;
-        for (std::size_t i = 0; i + 1 < way.size(); i++) {
+        for (std::size_t i = 0; i + 1 < way.size(); ++i) {
             measure_leg({way[i], way[i + 1], along, whole}, lane.width / 2.0 + LANE_MARGIN, number,
                         field);
             along += distance(way[i], way[i + 1]);
         }
-        number++;
+        ++number;
     }
     return field;
 }

@@ -89,7 +89,7 @@ void paint_skids(PaintSource const& source, Picture const& picture) {
     constexpr double APART = 34.0; // cells of road to each try
     std::size_t const count = source.line.samples.size();
     auto const tries = static_cast<std::uint32_t>(source.line.length / APART);
-    for (std::uint32_t number = 0; number < tries; number++) {
+    for (std::uint32_t number = 0; number < tries; ++number) {
         auto const first =
             static_cast<std::size_t>(chance(number, 0, 5) * static_cast<double>(count));
         // Most are laid in bends and while braking for them.

@@ -29,7 +29,7 @@ Dab crown(Theme const& theme, SceneryItem const& item, Point offset, std::uint32
     double const radius = item.length / 2.0;
     double const ragged = 0.16 * radius * (clouds().at(item.at + offset, 13.0) - 0.5);
     Dab dab;
-    for (std::uint32_t tuft = 0; tuft <= tufts; tuft++) {
+    for (std::uint32_t tuft = 0; tuft <= tufts; ++tuft) {
         bool const top = tuft == tufts; // the last tuft is the middle one
         double const angle = TURN * (tuft + 0.6 * whim(item, tuft)) / tufts;
         double const away = top ? 0.10 : 0.52 + 0.1 * whim(item, tuft + 20);
@@ -58,7 +58,7 @@ Dab pine(Theme const& theme, SceneryItem const& item, Point offset) {
     double const away = length(offset);
     double const angle = std::atan2(offset.y, offset.x);
     Dab dab;
-    for (int whorl = 0; whorl < WHORLS; whorl++) {
+    for (int whorl = 0; whorl < WHORLS; ++whorl) {
         double const reach = radius * (1.0 - 0.19 * whorl);
         double const branches = 11.0 - whorl;
         double const phase = whim(item, static_cast<std::uint32_t>(whorl)) * TURN;
@@ -84,7 +84,7 @@ Dab palm(Theme const& theme, SceneryItem const& item, Point offset) {
     Point const light = towards_light(theme);
     double const radius = item.length / 2.0;
     Dab dab;
-    for (std::uint32_t frond = 0; frond < FRONDS; frond++) {
+    for (std::uint32_t frond = 0; frond < FRONDS; ++frond) {
         Point const along = direction(TURN * (frond + 0.5 * whim(item, frond)) / FRONDS);
         double const reach = radius * (0.85 + 0.15 * whim(item, frond + 20));
         double const out = dot(offset, along) / reach;
@@ -123,7 +123,7 @@ Dab rock(Theme const& theme, SceneryItem const& item, Point offset) {
     double const radius = item.length / 2.0;
     double highest = 0.0;
     Point slope{};
-    for (std::uint32_t face = 0; face < FACES; face++) {
+    for (std::uint32_t face = 0; face < FACES; ++face) {
         Point const out = direction(TURN * (face + 0.7 * whim(item, face)) / FACES);
         double const reach = radius * (0.72 + 0.28 * whim(item, face + 20));
         double const here = dot(offset, out) / reach;

@@ -23,8 +23,8 @@ void shine(LightMap& map, Point at, double reach, double strength) {
     auto const pixel = [](double cells) { return static_cast<int>(cells * PICTURE_SCALE); };
     int const bottom = std::min(map.height, pixel(at.y + reach) + 1);
     int const right = std::min(map.width, pixel(at.x + reach) + 1);
-    for (int y = std::max(0, pixel(at.y - reach)); y < bottom; y++) {
-        for (int x = std::max(0, pixel(at.x - reach)); x < right; x++) {
+    for (int y = std::max(0, pixel(at.y - reach)); y < bottom; ++y) {
+        for (int x = std::max(0, pixel(at.x - reach)); x < right; ++x) {
             Point const offset = pixel_place(x, y) - at;
             double const t = dot(offset, offset) / (reach * reach);
             if (t >= 1.0) continue;
@@ -43,7 +43,7 @@ void shine_along(LightMap& map, SceneryItem const& item, double reach, double st
     double const half_long = std::max(item.length, item.width) / 2.0;
     double const half_wide = std::min(item.length, item.width) / 2.0;
     int const count = std::max(1, static_cast<int>(2.0 * half_long / APART));
-    for (int light = 0; light < 2 * count; light++) {
+    for (int light = 0; light < 2 * count; ++light) {
         if (whim(item, 60U + static_cast<std::uint32_t>(light)) < 0.25) continue;
         int const pair = light / 2;
         double const x = half_long * ((pair + 0.5) * 2.0 / count - 1.0);
@@ -89,7 +89,7 @@ void paint_night(PaintSource const& source, Picture const& picture) {
     for (SceneryItem const& item : source.items) shine_from(map, item);
     auto const kept = static_cast<float>(1.0 - NIGHT_LOSS * theme.dark);
     Colour const moon{kept * 0.86F, kept * 0.96F, kept * 1.2F};
-    for (std::size_t at = 0; at < map.light.size(); at++) {
+    for (std::size_t at = 0; at < map.light.size(); ++at) {
         Colour const day = unpack(picture.pixels[at]);
         float const light = std::min(MOST_LIGHT, map.light[at]);
         picture.pixels[at] =

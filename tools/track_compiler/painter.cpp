@@ -27,8 +27,8 @@ std::uint32_t pack_coarse(Colour colour) {
 
 void paint_ground(PaintSource const& source, Picture const& picture) {
     Land const land = measure_land(source);
-    for (int y = 0; y < picture.height; y++) {
-        for (int x = 0; x < picture.width; x++) {
+    for (int y = 0; y < picture.height; ++y) {
+        for (int x = 0; x < picture.width; ++x) {
             Point const at = pixel_place(x, y);
             Colour const flat = ground_colour(source, land, at);
             picture.at(x, y) = pack_coarse(with_squares(source.theme, at, flat));

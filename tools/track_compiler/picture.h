@@ -64,8 +64,8 @@ void paint_box(Picture const& picture, Point middle, double radius, Paint paint)
     auto const pixel = [](double cells) { return static_cast<int>(cells * PICTURE_SCALE); };
     int const bottom = std::min(picture.height, pixel(middle.y + radius) + 1);
     int const right = std::min(picture.width, pixel(middle.x + radius) + 1);
-    for (int y = std::max(0, pixel(middle.y - radius)); y < bottom; y++) {
-        for (int x = std::max(0, pixel(middle.x - radius)); x < right; x++) {
+    for (int y = std::max(0, pixel(middle.y - radius)); y < bottom; ++y) {
+        for (int x = std::max(0, pixel(middle.x - radius)); x < right; ++x) {
             paint(picture.at(x, y), pixel_place(x, y) - middle);
         }
     }

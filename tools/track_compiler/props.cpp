@@ -199,8 +199,9 @@ Dab lighthouse(Theme const& theme, SceneryItem const& item, Point offset) {
     if (t < 0.84) colour = shade({0.94F, 0.93F, 0.90F}, 0.92 + 0.16 * light);
     if (t < 0.70) colour = shade(theme.kerb_red, 0.92 + 0.2 * light);
     if (t < 0.56) colour = shade({0.94F, 0.93F, 0.90F}, 0.95 + 0.16 * light);
-    if (t < 0.44)
+    if (t < 0.44) {
         colour = on_lines(std::atan2(offset.y, offset.x), 0.7854, 0.12) ? STEEL : theme.lamp;
+    }
     if (t < 0.30) colour = shade(theme.kerb_red, 0.85 + 0.5 * light);
     return {colour, coverage(length(offset) - radius)};
 }

@@ -23,8 +23,8 @@ std::vector<double> racing_offsets(Centreline const& line) {
     auto const place = [&](std::size_t node) {
         return sample(node).at + offsets[node] * side_of(direction(sample(node).heading));
     };
-    for (int round = 0; round < ROUNDS; round++) {
-        for (std::size_t node = 0; node < count; node++) {
+    for (int round = 0; round < ROUNDS; ++round) {
+        for (std::size_t node = 0; node < count; ++node) {
             Point const middle =
                 0.5 * (place((node + count - 1) % count) + place((node + 1) % count));
             RoadSample const& here = sample(node);
@@ -34,7 +34,7 @@ std::vector<double> racing_offsets(Centreline const& line) {
         }
     }
     std::vector<double> fine(line.samples.size());
-    for (std::size_t i = 0; i < fine.size(); i++) {
+    for (std::size_t i = 0; i < fine.size(); ++i) {
         double const at = static_cast<double>(i * count) / static_cast<double>(fine.size());
         auto const node = static_cast<std::size_t>(at);
         double const t = at - static_cast<double>(node);

@@ -20,8 +20,8 @@ void measure_stretch(RoadSample const& from, RoadSample const& to, double stretc
         std::min(field.width - 1, static_cast<int>(std::ceil(std::max(from.at.x, to.at.x) + span)));
     int const y1 = std::min(field.height - 1,
                             static_cast<int>(std::ceil(std::max(from.at.y, to.at.y) + span)));
-    for (int y = y0; y <= y1; y++) {
-        for (int x = x0; x <= x1; x++) {
+    for (int y = y0; y <= y1; ++y) {
+        for (int x = x0; x <= x1; ++x) {
             Point const offset = Point{x + 0.5, y + 0.5} - from.at;
             double const t = std::clamp(dot(offset, leg) / square, 0.0, 1.0);
             Point const gap = offset - t * leg;
@@ -47,11 +47,11 @@ RoadField measure_road(Centreline const& line, int width, int height, double rea
     field.lateral.assign(cells, 0.0F);
     std::size_t const count = line.samples.size();
     double const stretch = line.length / static_cast<double>(count);
-    for (std::size_t i = 0; i < count; i++) {
+    for (std::size_t i = 0; i < count; ++i) {
         measure_stretch(line.samples[i], line.samples[(i + 1) % count], stretch, field);
     }
     for (std::vector<RoadSample> const& fork : line.forks) {
-        for (std::size_t i = 0; i + 1 < fork.size(); i++) {
+        for (std::size_t i = 0; i + 1 < fork.size(); ++i) {
             measure_stretch(fork[i], fork[i + 1], fork[i + 1].along - fork[i].along, field);
         }
     }

@@ -28,7 +28,7 @@ bool kept_free(Course const& course, Point place) {
                std::fabs(offset.y) < lettering.height / 2.0 + 26.0;
     };
     auto const on_lane = [&](Lane const& lane) {
-        for (std::size_t i = 0; i + 1 < lane.way.size(); i++) {
+        for (std::size_t i = 0; i + 1 < lane.way.size(); ++i) {
             Point const leg = lane.way[i + 1] - lane.way[i];
             Point const offset = place - lane.way[i];
             double const t = std::clamp(dot(offset, leg) / std::max(dot(leg, leg), 1e-9), 0.0, 1.0);
@@ -68,8 +68,8 @@ struct Belt {
 void scatter_items(Course const& course, SceneryScatter const& scatter, std::uint32_t seed,
                    RoadField const& field, Belt belt, std::vector<SceneryItem>& items) {
     Point const span = scatter.high - scatter.low;
-    for (int n = 0; n < scatter.count; n++) {
-        for (int attempt = 0; attempt < TRIES; attempt++) {
+    for (int n = 0; n < scatter.count; ++n) {
+        for (int attempt = 0; attempt < TRIES; ++attempt) {
             auto const draw = [&](std::uint32_t what) {
                 return chance(seed, static_cast<std::uint32_t>(n * TRIES + attempt), what);
             };
@@ -107,7 +107,7 @@ void place_row(Course const& course, Centreline const& line, ThemeRow const& row
 void place_way(Course const& course, SceneryRow const& row, RoadField const& field, double clear,
                std::vector<SceneryItem>& items) {
     double ahead = 0.0; // from the leg's beginning to the next thing
-    for (std::size_t i = 0; i + 1 < row.way.size(); i++) {
+    for (std::size_t i = 0; i + 1 < row.way.size(); ++i) {
         Point const leg = row.way[i + 1] - row.way[i];
         double const reach = length(leg);
         for (; ahead <= reach; ahead += row.spacing) {
@@ -143,8 +143,8 @@ bool touches_road(SceneryItem const& item, RoadField const& field, double border
     Point const along = direction(item.angle);
     Point const across = side_of(along);
     int const steps = static_cast<int>(std::ceil(std::max(item.length, item.width) / 4.0)) + 1;
-    for (int i = 0; i <= steps; i++) {
-        for (int j = 0; j <= steps; j++) {
+    for (int i = 0; i <= steps; ++i) {
+        for (int j = 0; j <= steps; ++j) {
             Point const place = item.at + item.length * (1.0 * i / steps - 0.5) * along +
                                 item.width * (1.0 * j / steps - 0.5) * across;
             if (road_at(field, place).edge < border) return true;

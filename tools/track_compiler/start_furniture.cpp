@@ -57,7 +57,7 @@ void add_banner(Course& course, Goal const& goal, RoadField const& field, double
     Point const half = half_box(banner);
     double const away = goal.half_span + border + CLEAR + std::fabs(goal.side.x) * half.x +
                         std::fabs(goal.side.y) * half.y;
-    for (int step = 0; step < PLACES_TRIED; step++) {
+    for (int step = 0; step < PLACES_TRIED; ++step) {
         double const along = STEP * (step % 2 == 0 ? -step / 2 : (step + 1) / 2);
         for (double const side : {-1.0, 1.0}) {
             for (double const further : {0.0, 14.0}) { // in front of the flags or behind them

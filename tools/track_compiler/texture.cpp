@@ -33,7 +33,7 @@ float octaves(std::size_t x, std::size_t y, std::uint32_t cells, int count, std:
     float sum = 0.0F;
     float share = 1.0F;
     float whole = 0.0F;
-    for (int octave = 0; octave < count; octave++) {
+    for (int octave = 0; octave < count; ++octave) {
         float const scale = static_cast<float>(cells) / static_cast<float>(TEXTURE_SIDE);
         sum += share * wrapped_noise(static_cast<float>(x) * scale, static_cast<float>(y) * scale,
                                      cells, seed + static_cast<std::uint32_t>(octave));
@@ -52,7 +52,7 @@ float joint(std::size_t x, std::size_t y) {
     float const py = static_cast<float>(y) * scale + 0.08F * octaves(x, y, 32, 2, 43);
     float first = 9.0F;
     float second = 9.0F;
-    for (std::uint32_t square = 0; square < 9; square++) {
+    for (std::uint32_t square = 0; square < 9; ++square) {
         // One square more than needed keeps the column above 0; the lattice wraps anyway.
         std::uint32_t const sx = static_cast<std::uint32_t>(px) + SQUARES + square % 3 - 1;
         std::uint32_t const sy = static_cast<std::uint32_t>(py) + SQUARES + square / 3 - 1;
@@ -71,8 +71,8 @@ template <typename Value>
 Texture make_texture(Value value) {
     Texture texture;
     texture.values.reserve(SIDE * SIDE);
-    for (std::size_t y = 0; y < SIDE; y++) {
-        for (std::size_t x = 0; x < SIDE; x++) texture.values.push_back(value(x, y));
+    for (std::size_t y = 0; y < SIDE; ++y) {
+        for (std::size_t x = 0; x < SIDE; ++x) texture.values.push_back(value(x, y));
     }
     return texture;
 }

@@ -101,7 +101,7 @@ std::string read_rule(DataLine const& data, SceneryKind& kind, std::span<double>
         return word + ": \"" + data.words[1] + "\" is no kind of round thing";
     }
     kind = found->kind;
-    for (std::size_t i = 0; i < numbers.size(); i++) {
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
         std::optional<double> const value = parse_number(data.words[i + 2]);
         if (!value || *value < 0.0 || *value > 4000.0) {
             return word + ": \"" + data.words[i + 2] + "\" is no number in its range";

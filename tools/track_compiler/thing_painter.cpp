@@ -84,7 +84,7 @@ void gather_shadow(Theme const& theme, SceneryItem const& item, int width, int h
              x < std::min(width, pixel(middle.x + reach) + 1); x++) {
             Point const offset = pixel_place(x, y) - item.at;
             double outside = 1e9;
-            for (int print = 0; print <= PRINTS; print++) {
+            for (int print = 0; print <= PRINTS; ++print) {
                 Point const from = offset - (1.0 * print / PRINTS) * fall;
                 outside = std::min(outside, outside_of(theme, item, from));
             }
@@ -164,7 +164,7 @@ void paint_shadows(PaintSource const& source, Picture const& picture) {
     for (SceneryItem const& item : source.items) {
         gather_shadow(source.theme, item, picture.width, picture.height, shadows);
     }
-    for (std::size_t at = 0; at < shadows.size(); at++) {
+    for (std::size_t at = 0; at < shadows.size(); ++at) {
         if (shadows[at] == 0) continue;
         Colour const lit = unpack(picture.pixels[at]);
         auto const dark = static_cast<float>(source.theme.shadow * shadows[at] / 248.0 *

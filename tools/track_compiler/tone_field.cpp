@@ -35,8 +35,8 @@ ToneField measure_tones(int width, int height) {
     ToneField field{.width = nodes(width), .height = nodes(height)};
     field.tones.reserve(static_cast<std::size_t>(field.width) *
                         static_cast<std::size_t>(field.height));
-    for (int y = 0; y < field.height; y++) {
-        for (int x = 0; x < field.width; x++) {
+    for (int y = 0; y < field.height; ++y) {
+        for (int x = 0; x < field.width; ++x) {
             field.tones.push_back(tones_of(STEP * Point{x * 1.0, y * 1.0}));
         }
     }

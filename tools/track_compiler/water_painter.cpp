@@ -30,8 +30,9 @@ double foam(Point at, double depth) {
 
 Colour quay_colour(Theme const& theme, Colour land, Point at, double depth) {
     constexpr double COPING = 7.0; // cells
-    if (depth < -COPING)
+    if (depth < -COPING) {
         return mix(land, shade(land, 0.8), smoothstep(-COPING - 3.0, -COPING, depth));
+    }
     bool const joint = on_lines(at.x, 14.0, 0.8) || on_lines(at.y, 14.0, 0.8);
     double const slab = 1.12 + 0.12 * grain(at, 2.0) - (depth > -1.2 ? 0.3 : 0.0);
     return shade(theme.plaza, joint ? 0.85 : slab);
