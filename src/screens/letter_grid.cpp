@@ -18,7 +18,7 @@ constexpr std::array<std::array<std::string_view, GRID_LETTER_ROWS>, PAGES> LETT
 // What leads on from a page: the next one.
 constexpr std::array<char const*, PAGES> NEXT_PAGE{"abc", "ÄÖÜ", "äöü", "ABC"};
 constexpr std::array<char const*, GRID_KEYS> KEYS{"", "space", "delete", "done"};
-constexpr char const* HINT = "A  type      X  delete      Y  other letters      B  done";
+constexpr char const* GRID_HINT = "A  type      X  delete      Y  other letters      B  done";
 
 constexpr float PANEL_Y = 0.62F; // its top, a share of the view's height
 constexpr int CELL_W = 52;       // logical pixels
@@ -90,7 +90,7 @@ void open_letter_grid(LetterGrid& grid, SDL_Renderer* renderer, double scale, TT
     for (std::size_t i = 1; i < KEYS.size(); ++i) {
         grid.keys[i] = make_label(renderer, scale, font, KEYS[i], WHITE);
     }
-    grid.hint = make_label(renderer, scale, small_font, HINT, WHITE);
+    grid.hint = make_label(renderer, scale, small_font, GRID_HINT, WHITE);
     render_page(grid, renderer, scale, font);
 }
 
