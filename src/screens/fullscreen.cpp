@@ -21,26 +21,27 @@ bool has_room(int display, SDL_Point size) {
     return usable.w >= size.x && usable.h >= size.y + FRAME_H;
 }
 
-// The size of the window outside full screen; it has none of its own the first time.
-SDL_Point size_in_window(SDL_Window* window) {
-    SDL_Point size{WINDOW_W, WINDOW_H};
-    if (SDL_GetWindowData(window, SIZED) != nullptr) {
-        SDL_GetWindowSize(window, &size.x, &size.y);
-    } else {
-        SDL_SetWindowData(window, SIZED, window);
-        SDL_SetWindowSize(window, size.x, size.y);
-    }
-    return size;
+// A window that has been in full screen from the start has no size of its own yet.
+void give_size(SDL_Window* window) {
+    SDL_SetWindowData(window, SIZED, window);
+    SDL_SetWindowSize(window, WINDOW_W, WINDOW_H);
 }
 
+// Where the window has no room it is maximised over its own size. Without a window manager nothing
+// would come of that but the corner of a window larger than the screen: it stays as it is.
 void settle(SDL_Window* window) {
-    int const display = SDL_GetWindowDisplayIndex(window);
-    if (has_room(display, size_in_window(window))) return;
+    bool const sized = SDL_GetWindowData(window, SIZED) != nullptr;
+    SDL_Point size{WINDOW_W, WINDOW_H};
+    if (sized) SDL_GetWindowSize(window, &size.x, &size.y);
+    if (has_room(SDL_GetWindowDisplayIndex(window), size)) {
+        if (!sized) give_size(window);
+        return;
+    }
     SDL_MaximizeWindow(window);
-    SDL_Rect whole{};
-    if (becomes_maximised(window) || SDL_GetDisplayBounds(display, &whole) != 0) return;
-    SDL_SetWindowPosition(window, whole.x, whole.y);
-    SDL_SetWindowSize(window, whole.w, whole.h); // rather than the corner of a larger one
+    if (!becomes_maximised(window) || sized) return;
+    SDL_RestoreWindow(window);
+    give_size(window);
+    SDL_MaximizeWindow(window);
 }
 
 } // namespace

@@ -30,7 +30,7 @@ struct MenuFrame {
 // The thumbnail row of a frame, worked out before it is drawn.
 struct TrackRow {
     std::vector<TrackThumb> const& thumbs;
-    int selected_row;
+    int selected_row = -1;
     TrackFactors factors;
 };
 
