@@ -146,7 +146,7 @@ std::string gap_text(RaceResult const& result, Player const& first, Player const
 
 ResultRow result_row(RaceNotices const& notices, Simulation const& sim, Player const& player) {
     RaceResult const& result = notices.results.at(index_of(player));
-    double const now_ms = static_cast<double>(sim.sim_time_ms);
+    auto const now_ms = static_cast<double>(sim.sim_time_ms);
     ResultRow row;
     row.name = display_name(player);
     row.color = NAME_COLORS.at(index_of(player));

@@ -14,10 +14,11 @@ struct RaceContext {
     Simulation& sim;
     Track const& track;
     RaceEvents& events;
-    std::uint32_t now;    // the frame's effect clock, never 0 as that means none where it is stored
-    bool arcade;          // cars bump and nothing is recorded
-    int ticks_per_step;   // at least 1
-    bool recorded = true; // false: nothing is, even where the cars pass each other
+    std::uint32_t now =
+        1;               // the frame's effect clock, never 0 as that means none where it is stored
+    bool arcade = false; // cars bump and nothing is recorded
+    int ticks_per_step = 1; // at least 1
+    bool recorded = true;   // false: nothing is, even where the cars pass each other
 };
 
 // SIM_SPEED cut to a whole number, at least 1.

@@ -249,7 +249,7 @@ std::optional<std::string> pack_lap(SharedLap const& lap, std::string& fault) {
 std::optional<SharedLap> unpack_lap(std::string const& bytes, std::string& fault) {
     fault = "it is no lap of the game, or it is damaged";
     if (!bytes.starts_with(std::string(MAGIC) + "\n")) return std::nullopt;
-    std::string const head = bytes.substr(MAGIC.size() + 1, 8 * 2 * LONGEST_NAME);
+    std::string const head = bytes.substr(MAGIC.size() + 1, std::size_t{16} * LONGEST_NAME);
     HeadReader reader(head);
     SharedLap lap;
     lap.player = reader.text("player");

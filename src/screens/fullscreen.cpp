@@ -5,10 +5,14 @@ namespace {
 constexpr int FRAME_H = 32;               // a title bar, more or less
 constexpr char const* SIZED = "windowed"; // marks a window that has had its size
 
-// A window manager answers soon; without one nobody does.
-bool becomes_maximised(SDL_Window* window) {
+// Whether somebody manages the window, which shows by its frame: a manager draws one soon. Where
+// frames cannot be asked for there always is one.
+bool is_managed(SDL_Window* window) {
     for (int waited = 0; waited < 20; ++waited) {
-        if ((SDL_GetWindowFlags(window) & SDL_WINDOW_MAXIMIZED) != 0) return true;
+        int top = 0;
+        int left = 0;
+        if (SDL_GetWindowBordersSize(window, &top, &left, nullptr, nullptr) != 0) return true;
+        if (top > 0 || left > 0) return true;
         SDL_Delay(10);
         SDL_PumpEvents();
     }
@@ -37,10 +41,8 @@ void settle(SDL_Window* window) {
         if (!sized) give_size(window);
         return;
     }
-    SDL_MaximizeWindow(window);
-    if (!becomes_maximised(window) || sized) return;
-    SDL_RestoreWindow(window);
-    give_size(window);
+    if (!is_managed(window)) return;
+    if (!sized) give_size(window);
     SDL_MaximizeWindow(window);
 }
 

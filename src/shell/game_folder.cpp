@@ -29,7 +29,7 @@ bool started_in_game_folder() {
 
 fs::path program_folder() {
     char* const base = SDL_GetBasePath();
-    fs::path const folder = base != nullptr ? base : "";
+    fs::path folder = base != nullptr ? base : "";
     SDL_free(base);
     return folder;
 }

@@ -52,6 +52,7 @@ TEST(LapFile, GivesAMinuteBackBitForBitFromAFewKilobytes) {
     EXPECT_EQ(back->time_ms, lap.time_ms);
     EXPECT_EQ(back->ticks_per_step, lap.ticks_per_step);
     ASSERT_EQ(back->frames.size(), lap.frames.size());
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): bit for bit is the promise
     EXPECT_EQ(std::memcmp(back->frames.data(), lap.frames.data(), 60000 * sizeof(CarState)), 0);
 
     // No byte of it can change without being noticed, nor can it end early.

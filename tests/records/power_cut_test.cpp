@@ -67,7 +67,8 @@ std::string damaged(std::string const& bytes, int how) {
     case 3:
         return found.substr(0, found.size() - std::min<std::size_t>(found.size(), 3));
     case 4:
-        return std::string(found.size(), '\0');
+        found.assign(found.size(), '\0');
+        return found;
     case 5: // a middle sector is missing
         for (std::size_t i = 512; i < std::min<std::size_t>(found.size(), 1024); ++i) found[i] = 0;
         return found;

@@ -134,7 +134,7 @@ int export_lap(std::string const& name, std::string const& track, std::string co
     std::array<std::string, 10> const tracks = discover_tracks();
     int const slot = find_slot(tracks, track);
     if (slot == 0) return fail("there is no track \"" + track + "\"");
-    std::string const track_path = tracks[static_cast<std::size_t>(slot)];
+    std::string const& track_path = tracks[static_cast<std::size_t>(slot)];
     std::optional<BestEntry> const record = find_record(name, slot);
     if (!record) return fail(name + " has no record on " + track_name(tracks, slot));
     // A slot may have got another track since: the ghost's name tells which it was.
