@@ -23,22 +23,11 @@ import tempfile
 import time
 from pathlib import Path
 
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools" / "robot"))
+from robot import Display
+from tracks import open_field
+
 FRAME_MS = 1000.0 / 60.0
-
-
-class Display:
-    def __init__(self):
-        read_end, write_end = os.pipe()
-        self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x720x24",
-             "-nolisten", "tcp", "-noreset"], pass_fds=[write_end], stderr=subprocess.DEVNULL)
-        os.close(write_end)
-        self.name = ":" + os.read(read_end, 16).decode().strip()
-        os.close(read_end)
-
-    def close(self):
-        self.server.terminate()
-        self.server.wait()
 
 
 class Run:
@@ -180,11 +169,11 @@ class Player:
 
     def __init__(self, run, display):
         self.run = run
-        self.env = {**os.environ, "DISPLAY": display.name}
+        self.display = display
         self.marks = []
 
     def key(self, *keys, how="key"):
-        subprocess.run(["xdotool", how, *keys], check=True, env=self.env)
+        self.display.xdotool(how, *keys)
 
     def line(self, part):
         while part not in (line := self.run.process.stdout.readline()):
@@ -197,8 +186,6 @@ class Player:
 
 def session_folder(build):
     """Two tracks: a field in which a car that only steers left does laps, and one of the game's."""
-    sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tests" / "play"))
-    from tracks import open_field  # the tests have it
     folder = tempfile.TemporaryDirectory(prefix="brindle-session-")
     top, game = Path(folder.name), build / "game"
     for name in ("art", "music", "sounds"):

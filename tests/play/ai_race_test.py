@@ -3,7 +3,7 @@
 import re
 import unittest
 
-from driver import Game, menu_of, near, winner
+from robot import Game, menu_of, near, winner
 from tracks import png, ring
 
 GAME_OVER = (395, 262, 495, 84)

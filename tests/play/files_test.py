@@ -7,7 +7,7 @@ import subprocess
 import tempfile
 import unittest
 
-from driver import GAME_DIR, PATIENCE_S, Game, near, winner
+from robot import GAME_DIR, PATIENCE_S, Game, near, winner
 from tracks import png, ring, track
 
 TABLE = b"[Gadget]\n1: 41.250 Gadget.ring.trace\n3: 63.118\n\n[Pixie (7)]\n2: 40.982\n"

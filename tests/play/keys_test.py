@@ -3,7 +3,7 @@
 import re
 import unittest
 
-from driver import BLUE_HUD, RED_HUD, Game, near
+from robot import BLUE_HUD, RED_HUD, Game, near
 from tracks import png, track
 
 ONE_VIEW = (300, 300, 40, 40)

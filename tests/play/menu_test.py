@@ -3,7 +3,7 @@
 import os
 import unittest
 
-from driver import GAME_DIR, Game, menu_of, near, shows
+from robot import GAME_DIR, Game, menu_of, near, shows
 from tracks import open_field, png, ring
 
 PINK, GREEN, YELLOW, KEY_CAP = (250, 60, 200), (60, 250, 60), (255, 215, 70), (46, 64, 108)

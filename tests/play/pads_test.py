@@ -2,7 +2,7 @@
 
 import unittest
 
-from driver import Game, menu_of, near
+from robot import Game, menu_of, near
 from menu_test import PINK, RACE_ARROW, intro, lit
 from tracks import open_field, png
 

@@ -2,7 +2,7 @@
 
 import unittest
 
-from driver import Game
+from robot import Game
 
 LEFT_VIEW = (20, 60, 600, 600)
 RIGHT_VIEW = (660, 60, 600, 600)

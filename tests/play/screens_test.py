@@ -4,7 +4,7 @@ import os
 import subprocess
 import unittest
 
-from driver import GAME_DIR, Game, near
+from robot import GAME_DIR, Game, near
 from tracks import png, ring
 
 RING = {"tracks/1_ring.trk": ring(), "tracks/1_ring.png": png((70, 90, 70))}

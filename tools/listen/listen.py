@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """listen.py GAME_DIR LOUDNESS_TOOL: plays the game, records what comes out of its mixer, and tells
-how loud every screen is. Needs an X server (xvfb-run) for the one session that takes a key press.
+how loud every screen is.
 
 Three sessions run side by side, in real time: the menu up to the start of a race, a race of two
 computer drivers up to its results, and the winner's celebration by itself.
@@ -13,6 +13,10 @@ import sys
 import tempfile
 import threading
 import time
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "robot"))
+from robot import Display
 
 RATE = 22050
 SPREAD = 4.0  # dB between the quietest and the loudest of what is to be alike
@@ -24,10 +28,11 @@ PATIENCE = 180  # seconds for anything that a session waits for
 class Session:
     """The program with records of its own, its sound going to a file as fast as it plays."""
 
-    def __init__(self, game, *args, video="dummy"):
+    def __init__(self, game, *args, display=None):
         self.home = tempfile.TemporaryDirectory(prefix="brindle-listen-")
         self.path = os.path.join(self.home.name, "sound.raw")
-        environment = {**os.environ, "SDL_VIDEODRIVER": video, "SDL_RENDER_DRIVER": "software",
+        environment = {**os.environ, "SDL_VIDEODRIVER": "x11" if display else "dummy",
+                       "DISPLAY": display.name if display else "", "SDL_RENDER_DRIVER": "software",
                        "SDL_AUDIODRIVER": "disk", "SDL_DISKAUDIOFILE": self.path,
                        "XDG_DATA_HOME": self.home.name}
         self.process = subprocess.Popen(
@@ -93,16 +98,18 @@ class Session:
 
 
 def listen_to_menu(game, pieces):
-    session = Session(game, "-menu", video="x11")
+    display = Display()
+    session = Session(game, "-menu", display=display)
     first = session.wait_sound()
     session.wait_until(first + 12)
     menu = session.now()
-    subprocess.run(["xdotool", "key", "1", "space"], check=True)
+    display.press("1", "space")
     race = session.wait_file("BrindleRun/last_player_names.txt")
     # The door falls 1.95 s before a race, the starter begins 1.5 s before it.
     pieces.update({"menu": (session, first + 2, menu), "car door": (session, race - 2, race - 1.5),
                    "engine start": (session, race - 1.5, race - 0.05)})
     session.close()
+    display.close()
 
 
 def listen_to_race(game, pieces):

@@ -1,5 +1,5 @@
 // Loaded before SDL into the real program (LD_PRELOAD): pads that exist only in SDL, plugged in,
-// moved and pulled out by lines that a test writes into the pipe BRINDLE_PADS. One line is obeyed
+// moved and pulled out by lines that robot.py writes into the pipe BRINDLE_PADS. One line is obeyed
 // each time that the program has read all its events, so that a press and its release never fall
 // into one frame. What the pads' motors are told goes to standard output.
 //

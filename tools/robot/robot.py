@@ -1,7 +1,11 @@
-"""Drives the real program: an X server without a screen, keys and mouse, what it prints and shows.
+"""Plays the real program: an X server without a screen, keys, mouse and pads, what it prints and shows.
 
-Nothing here guesses a time: a test waits for a line that the program prints, or for a picture to
-come true, and fails when it does not within a generous limit.
+For the play tests, the measurements and the proofs. Nothing here guesses a time: who plays waits for
+a line that the program prints, or for a picture to come true, and fails when it does not within a
+generous limit.
+
+The environment says where the game is (BRINDLE_GAME_DIR, else the release build's) and, for pads,
+which library brings them (BRINDLE_VIRTUAL_PADS, made from virtual_pads.cpp).
 """
 
 import os
@@ -15,7 +19,8 @@ import tempfile
 import threading
 import time
 
-GAME_DIR = os.environ["BRINDLE_GAME_DIR"]
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+GAME_DIR = os.environ.get("BRINDLE_GAME_DIR", os.path.join(ROOT, "build/release/game"))
 VIRTUAL_PADS = os.environ.get("BRINDLE_VIRTUAL_PADS", "")
 PATIENCE_S = 40.0
 WIDTH, HEIGHT = 1280, 720
@@ -85,7 +90,7 @@ class Screenshot:
 
 
 class Display:
-    """An X server of the test's own, under a number that it finds for itself.
+    """An X server of the player's own, under a number that it finds for itself.
 
     Its keys do not repeat: on a busy machine a press may last as long as a key that is held.
     """
@@ -104,6 +109,13 @@ class Display:
     def close(self):
         self.server.terminate()
         self.server.wait()
+
+    def xdotool(self, *args):
+        subprocess.run(["xdotool", *args], check=True, env={**os.environ, "DISPLAY": self.name})
+
+    def press(self, *keys):
+        for key in keys:
+            self.xdotool("key", key)
 
     def screenshot(self):
         return Screenshot(subprocess.run(
@@ -213,29 +225,24 @@ class Game:
 
     # --- what players do
 
-    def _xdotool(self, *args):
-        subprocess.run(["xdotool", *args], check=True,
-                       env={**os.environ, "DISPLAY": self.display.name})
-
     def press(self, *keys):
-        for key in keys:
-            self._xdotool("key", key)
+        self.display.press(*keys)
 
     def hold(self, *keys):
-        self._xdotool("keydown", *keys)
+        self.display.xdotool("keydown", *keys)
 
     def release(self, *keys):
-        self._xdotool("keyup", *keys)
+        self.display.xdotool("keyup", *keys)
 
     def type_text(self, text):
-        self._xdotool("type", text)
+        self.display.xdotool("type", text)
 
     def click_at(self, x, y):
         """Brings the menu's cursor to a point from the corner that stops it, and clicks there."""
-        self._xdotool("mousemove_relative", "--", "-4000", "-4000")
+        self.display.xdotool("mousemove_relative", "--", "-4000", "-4000")
         # Four logical pixels for each that the mouse moves.
-        self._xdotool("mousemove_relative", "--", str(x // 4), str(y // 4))
-        self._xdotool("click", "1")
+        self.display.xdotool("mousemove_relative", "--", str(x // 4), str(y // 4))
+        self.display.xdotool("click", "1")
 
     def pad(self, *lines):
         """Plugs in, moves or pulls out virtual pads: lines for virtual_pads.cpp."""
