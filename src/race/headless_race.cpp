@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::uint64_t STEPS_PER_SECOND = 100;
 constexpr std::uint64_t DECISIONS_PER_SECOND = 60;
+constexpr int LARGE_SIDE = 320; // cells: a larger track is drawn at one pixel a cell
+constexpr int SMALL_TRACK_SCALE = 17;
 constexpr double STUCK_STEP = 0.05; // cells a step: less than this under gas is getting nowhere
 
 // True in the steps that begin a frame of the imagined display.
@@ -60,6 +62,10 @@ std::uint64_t mix_in(std::uint64_t hash, std::uint64_t bits) {
 }
 
 } // namespace
+
+int game_scale(Track const& track) {
+    return std::min(track.width, track.height) > LARGE_SIDE ? 1 : SMALL_TRACK_SCALE;
+}
 
 void headless_start(HeadlessRace& race, Track track, HeadlessSetup const& setup) {
     race.track = std::move(track);

@@ -37,6 +37,10 @@ struct HeadlessRace {
     std::uint64_t steps = 0;
 };
 
+// The PIXELS_PER_CELL that the game gives `track`. It says how large a car is in cells, and with it
+// how far apart the cars start and how they bump.
+int game_scale(Track const& track);
+
 // Puts both cars of `race` on `track`, ready for the first step. Undriven cars stand.
 void headless_start(HeadlessRace& race, Track track, HeadlessSetup const& setup);
 

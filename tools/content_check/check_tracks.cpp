@@ -30,11 +30,12 @@ void race_track(Report& report, std::string const& path, Track track) {
     RaceStatistics found;
     race_often(std::move(track), RACES, LAPS, found);
     bool const good =
-        found.turned == 0 && found.incomplete == 0 && found.longest_stand < MAX_STAND_S;
+        found.turned_at.empty() && found.incomplete == 0 && found.longest_stand < MAX_STAND_S;
     std::array<char, 128> text{};
-    std::snprintf(
-        text.data(), text.size(), "best lap %.3f s, %d of %d drivers turned, longest stand %.1f s",
-        found.laps.empty() ? 0.0 : found.laps[0], found.turned, found.drivers, found.longest_stand);
+    std::snprintf(text.data(), text.size(),
+                  "best lap %.3f s, %zu of %d drivers turned, longest stand %.1f s",
+                  found.laps.empty() ? 0.0 : found.laps[0], found.turned_at.size(), found.drivers,
+                  found.longest_stand);
     report.add(good, path, text.data());
 }
 

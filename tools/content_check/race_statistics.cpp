@@ -50,8 +50,10 @@ struct Watch {
     int steps = -1;   // from the start, as the track counts them
     int progress = 0; // the same, counted on from lap to lap
     int furthest = 0;
+    Vec2 furthest_at; // where that was
     bool turned = false;
     double longest_stand = 0.0;
+    Vec2 stood_at;
 
     void note(HeadlessRace const& race, Player const& player) {
         CarState const& car = player.car;
@@ -60,8 +62,11 @@ struct Watch {
             anchor_y = car.y;
             anchor_step = race.steps;
         }
-        longest_stand =
-            std::max(longest_stand, 0.01 * static_cast<double>(race.steps - anchor_step));
+        double const stand = 0.01 * static_cast<double>(race.steps - anchor_step);
+        if (stand > longest_stand) {
+            longest_stand = stand;
+            stood_at = {car.x, car.y};
+        }
         Track const& track = race.track;
         int const here =
             track.start_distance[track.index(static_cast<int>(car.x), static_cast<int>(car.y))];
@@ -72,8 +77,10 @@ struct Watch {
         if (gone < -lap / 2) gone += lap;
         steps = here;
         progress += gone;
-        furthest = std::max(furthest, progress);
         turned = turned || furthest - progress > TURNED_STEPS || player.wrong_way;
+        if (turned || progress < furthest) return;
+        furthest = progress;
+        furthest_at = {car.x, car.y};
     }
 };
 
@@ -82,9 +89,12 @@ void note_race(HeadlessRace const& race, std::array<Watch, 2> const& watches,
     for (std::size_t i = 0; i < watches.size(); ++i) {
         Player const& player = i == 0 ? race.sim.p1 : race.sim.p2;
         statistics.drivers++;
-        statistics.turned += watches[i].turned ? 1 : 0;
+        if (watches[i].turned) statistics.turned_at.push_back(watches[i].furthest_at);
         statistics.incomplete += player.view.finished_ms == 0 ? 1 : 0;
-        statistics.longest_stand = std::max(statistics.longest_stand, watches[i].longest_stand);
+        if (watches[i].longest_stand > statistics.longest_stand) {
+            statistics.longest_stand = watches[i].longest_stand;
+            statistics.stood_at = watches[i].stood_at;
+        }
         for (std::uint32_t const ms : race.log[i].lap_ms) statistics.laps.push_back(ms / 1000.0);
     }
 }
@@ -93,6 +103,7 @@ void note_race(HeadlessRace const& race, std::array<Watch, 2> const& watches,
 
 Track race_often(Track track, int races, int laps, RaceStatistics& statistics) {
     for (int number = 0; number < races; ++number) {
+        PIXELS_PER_CELL = game_scale(track);
         HeadlessRace race;
         HeadlessSetup setup;
         setup.arcade = true; // as wherever the computer drives in the game: the cars bump

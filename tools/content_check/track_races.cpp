@@ -1,8 +1,8 @@
 // track_races GAME_FOLDER RACES [SLOT...]: how the computer's drivers fare on the tracks of a game
 // folder, in RACES races of two bumping cars and three laps on each. One line a track on standard
-// error (standard output has what the rules announce); exit status
-// 1 if more than one driver in a hundred turned round, or any stood still for 5 s or did not come
-// home.
+// error (standard output has what the rules announce), and under it the places, in cells, where
+// drivers turned or stood; exit status 1 if more than one driver in a hundred turned round, or any
+// stood still for 5 s or did not come home.
 
 #include "content_check/race_statistics.h"
 #include "world/track_file.h"
@@ -31,15 +31,22 @@ bool race_slot(std::string const& path, int races) {
     race_often(std::move(track), races, LAPS, found);
     std::size_t const count = found.laps.size();
     auto const lap = [&](std::size_t at) { return count == 0 ? 0.0 : found.laps[at]; };
-    bool const good = found.turned * 100 <= found.drivers && found.incomplete == 0 &&
-                      found.longest_stand < LONGEST_STAND_S;
+    std::size_t const turned = found.turned_at.size();
+    bool const good = turned * 100 <= static_cast<std::size_t>(found.drivers) &&
+                      found.incomplete == 0 && found.longest_stand < LONGEST_STAND_S;
     std::fprintf(stderr,
-                 "%-16s %4d drivers, %d turned, %d not home, longest stand %.2f s, laps %.2f / "
+                 "%-16s %4d drivers, %zu turned, %d not home, longest stand %.2f s, laps %.2f / "
                  "%.2f / %.2f s: "
                  "%s\n",
-                 track_name_from_path(path).c_str(), found.drivers, found.turned, found.incomplete,
+                 track_name_from_path(path).c_str(), found.drivers, turned, found.incomplete,
                  found.longest_stand, lap(0), lap(count / 2),
                  lap(std::max<std::size_t>(count, 1) - 1), good ? "good" : "BAD");
+    for (Vec2 const at : found.turned_at) {
+        std::fprintf(stderr, "    one turned at %.0f %.0f\n", at.x, at.y);
+    }
+    if (found.longest_stand >= LONGEST_STAND_S) {
+        std::fprintf(stderr, "    one stood at %.0f %.0f\n", found.stood_at.x, found.stood_at.y);
+    }
     return good;
 }
 

@@ -21,7 +21,6 @@ namespace {
 
 constexpr double STUCK_RADIUS = 10.0; // cells: a car that stays within them is getting nowhere
 constexpr double STUCK_S = 5.0;
-constexpr int LARGE_SIDE = 320; // cells: the game draws larger courses at a pixel a cell
 
 // Where a car has been lately.
 struct Watch {
@@ -53,7 +52,7 @@ void watch(Watch& of, CarState const& car, std::uint64_t step) {
 }
 
 Outcome race(Track const& track, double seconds) {
-    PIXELS_PER_CELL = std::min(track.width, track.height) > LARGE_SIDE ? 1 : 17;
+    PIXELS_PER_CELL = game_scale(track);
     HeadlessRace race;
     headless_start(race, track, {.arcade = true}); // as the game races two computer drivers
     Outcome outcome;
