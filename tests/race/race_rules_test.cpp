@@ -36,7 +36,8 @@ TEST_F(RaceRules, CountdownBeepsFourTimesAndGoStartsClocksAndMusic) {
     hold_clocks(sim);
     EXPECT_FALSE(sim.p2.input.gas);
     EXPECT_EQ(sim.p1.lap_start_ms, 4000.0);
-    EXPECT_EQ(beeps_at(3999), 1U);
+    EXPECT_EQ(beeps_at(3000), 1U);
+    EXPECT_EQ(beeps_at(3999), 0U);
     sim.sim_time_ms = 4010;
     EXPECT_EQ(beeps_at(4000), 1U);
     EXPECT_EQ(events.back().number, GO_STEP);

@@ -4,9 +4,7 @@
 #include "render/colors.h"
 #include "support/canvas.h"
 #include "support/child.h"
-#include "support/files.h"
 
-#include <SDL_image.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -62,15 +60,6 @@ TEST(GhostTransform, RimFollowsTheEdgeAndRoundsHolesByChamferSteps) {
         EXPECT_TRUE(same(surface_pixel(ghost.get(), MIDDLE, MIDDLE), CLEAR));
     }
     EXPECT_TRUE(same(surface_pixel(source.get(), 0, 0), SOLID)) << "the source is not touched";
-}
-
-TEST(GhostTexture, ComesFromAFileAndIsEmptyWithoutOne) {
-    TempDir const folder;
-    Canvas const canvas(64, 64);
-    SurfaceHandle const art = make_surface(200, 400, SOLID);
-    ASSERT_EQ(IMG_SavePNG(art.get(), folder.file("car.png").c_str()), 0);
-    EXPECT_TRUE(ghost_make_texture(canvas.renderer(), folder.file("car.png").c_str(), RIM));
-    EXPECT_FALSE(ghost_make_texture(canvas.renderer(), folder.file("no.png").c_str(), RIM));
 }
 
 TEST(Silhouette, IsBlackAboveTheThresholdOnlyAndFitsItsPlace) {

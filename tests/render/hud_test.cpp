@@ -51,7 +51,7 @@ protected:
 
 TEST(TimeFormat, RoundsToHundredthsBeforeChoosingTheForm) {
     EXPECT_EQ(format_time_short(0), "0.00");
-    EXPECT_EQ(format_time_short(75300), "75.30");
+    EXPECT_EQ(format_time_short(75295), "75.30");
     EXPECT_EQ(format_time_long(59994), "59.99");
     EXPECT_EQ(format_time_long(59995), "1:00.00");
     EXPECT_EQ(format_time_long(3599999), "60:00.00");

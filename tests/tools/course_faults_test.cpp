@@ -87,7 +87,7 @@ TEST(ThemeParser, TellsLineAndCauseOfABadThemeRule) {
 }
 
 TEST(CourseChecks, RefuseWhatCouldNotBeRaced) {
-    constexpr std::array<Broken, 21> CASES{{
+    constexpr std::array<Broken, 22> CASES{{
         {"point  700 400", "point  700 490", 11, "off the grid"},
         {"point  100 400", "point  700 400", 12, "two points in one place"},
         {"point  100 400", "point  100 400 radius 20", 12, "between 30 and 4000"},
@@ -100,6 +100,7 @@ TEST(CourseChecks, RefuseWhatCouldNotBeRaced) {
         {"goal   400 60 400 140", "goal   400 60 400 440", 7, "crosses the road twice"},
         {"goal   400 60 400 140", "goal   350 95 450 95", 7, "from wall to wall"},
         {"start  418 100", "start  382 100", 8, "2 to 40 cells past the goal line"},
+        {"start  418 100", "start  445 100", 8, "2 to 40 cells past the goal line"},
         {"start  418 100", "start  418 128", 8, "does not lie on the road"},
         {"goal   400 60 400 140  # upright\nstart  418 100",
          "goal   230 60 230 140\nstart  248 100", 8, "no run-up"},

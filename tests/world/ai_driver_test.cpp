@@ -51,19 +51,19 @@ TEST_F(Driver, KeepsItsSpeedAndTurnsFromWalls) {
 TEST_F(Driver, ChasesTheOtherCarUnlessItIsBehindOrOutOfSight) {
     track.start_distance.assign(track.start_distance.size(), 50);
     track.start_distance_max = 1000;
-    other.car.x = 540.5;
-    other.car.y = 530.5;
+    other.car.x = 570.5;
+    other.car.y = 540.5;
     auto const chases = [&] { return drive(510.5, 510.5, 0.0, 0.2).right; };
     EXPECT_TRUE(chases());
     for (auto const& [there, wanted] : {std::pair{41, true}, {39, false}, {-1, true}}) {
-        track.start_distance[track.index(540, 530)] = there;
+        track.start_distance[track.index(570, 540)] = there;
         EXPECT_EQ(chases(), wanted) << there;
     }
     other.car.x = 600.5;
     EXPECT_FALSE(chases()) << "out of range";
-    other.car.x = 540.5;
+    other.car.x = 570.5;
     for (int dy = -3; dy <= 3; ++dy) { // a block half way, small enough to drive round
-        for (int dx = -3; dx <= 3; ++dx) track.cells[track.index(525 + dx, 520 + dy)] = 'b';
+        for (int dx = -3; dx <= 3; ++dx) track.cells[track.index(540 + dx, 525 + dy)] = 'b';
     }
     EXPECT_FALSE(chases()) << "hidden";
 }

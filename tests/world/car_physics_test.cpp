@@ -84,6 +84,11 @@ TEST(CarPhysics, SlideEndsWhenTheNoseLinesUpUnderThrottle) {
     drive(car, {.right = true}, 120);
     EXPECT_FALSE(car.skidding);
     EXPECT_GT(car.heading, 0.3);
+    constexpr double BACK = std::numbers::pi - 0.02; // nose and motion on either side of it
+    CarState across{.speed = 0.3, .heading = BACK, .travel_dir = -BACK, .throttle = 0.3};
+    across.skidding = true;
+    drive(across, {}, 1);
+    EXPECT_FALSE(across.skidding);
 
     CarState free{.speed = 0.3, .skidding = true};
     drive(free, {}, 173);
