@@ -3,6 +3,7 @@
 import datetime
 import re
 import sys
+import textwrap
 
 MAINTAINER = "The Brindle Run developers <brindle-run@example.org>"
 
@@ -13,7 +14,7 @@ def entries(text):
         head, _, body = part.partition("\n")
         version, date = re.fullmatch(r"([0-9.]+) \((\d{4}-\d\d-\d\d)\)", head.strip()).groups()
         items = re.split(r"^- ", body, flags=re.M)[1:]
-        yield version, datetime.date.fromisoformat(date), [item.strip() for item in items]
+        yield version, datetime.date.fromisoformat(date), [" ".join(item.split()) for item in items]
 
 
 def main():
@@ -21,8 +22,8 @@ def main():
         for version, date, changes in entries(source.read()):
             print(f"brindle-run ({version}) unstable; urgency=medium\n", file=to)
             for change in changes:
-                lines = [line.strip() for line in change.split("\n")]
-                print("  * " + "\n    ".join(lines), file=to)
+                print(textwrap.fill(change, 79, initial_indent="  * ", subsequent_indent="    "),
+                      file=to)
             print(f"\n -- {MAINTAINER}  {date:%a, %d %b %Y} 12:00:00 +0000\n", file=to)
 
 
