@@ -1,5 +1,7 @@
 #include "input/input_conf.h"
 
+#include "platform/files.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -216,7 +218,7 @@ KeyBindings grant(std::vector<Wish> wishes) {
 } // namespace
 
 bool load_input_conf(std::string const& path, GamepadConfig& red, GamepadConfig& blue) {
-    std::ifstream file(path);
+    std::ifstream file(to_path(path));
     if (file) read_input_conf(file, red, blue);
     return file.is_open();
 }
@@ -235,7 +237,7 @@ void read_input_conf(std::istream& text, GamepadConfig& red, GamepadConfig& blue
 }
 
 KeyBindings load_own_keys(std::string const& path) {
-    std::ifstream file(path); // one that does not open has no lines
+    std::ifstream file(to_path(path)); // one that does not open has no lines
     return read_own_keys(file);
 }
 

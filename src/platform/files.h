@@ -11,6 +11,15 @@
 // plain letters on Windows.
 std::filesystem::path to_path(std::string const& path);
 
+// The way back. Where a name cannot be said in UTF-8, U+FFFD stands for what cannot.
+std::string to_text(std::filesystem::path const& path);
+
+// Whether a file may bear that name.
+bool can_name_file(std::string const& name);
+
+// Whether everybody may make symbolic links here.
+bool links_for_everybody();
+
 // std::fopen.
 std::FILE* open_file(std::string const& path, char const* mode);
 
@@ -20,6 +29,9 @@ std::FILE* create_file(std::string const& path);
 // Gives the file `from` the name `to` in one step. A file that had that name is gone then: whoever
 // looks finds the one or the other whole. False, and nothing has changed, if it fails.
 bool take_name(std::string const& from, std::string const& to);
+
+// Gives the file a second name, on the same file system. False if that cannot be.
+bool add_name(std::string const& file, std::string const& name);
 
 // Exchanges the files behind two names in one step. False, and nothing has changed, if it fails or
 // the file system cannot.

@@ -51,7 +51,8 @@ void keep_record(ReportContext& report, Player& player, RaceEvent& lap) {
         report.trouble = printed(texts::GHOST_LOST, failure_reason().c_str());
         return;
     }
-    say("P%d ghost saved: %s (%zu frames)\n", player.id, file.c_str(), player.best_trace.size());
+    std::string const frames = std::to_string(player.best_trace.size());
+    say("P%d ghost saved: %s (%s frames)\n", player.id, file.c_str(), frames.c_str());
 }
 
 void report_lap(ReportContext& report, RaceEvent& lap) {

@@ -1,4 +1,5 @@
 #include "audio/music_fade.h"
+#include "base/own_place.h"
 #include "base/screen.h"
 #include "base/texts.h"
 #include "input/input_conf.h"
@@ -124,8 +125,9 @@ void load_cars(GameLoop& g) {
 void open_gamepads(GameLoop& g) {
     GamepadConfig red;
     GamepadConfig blue;
-    g.keys = load_own_keys("input.conf");
-    bool const has_file = load_input_conf("input.conf", red, blue);
+    std::string const conf = own_or_here("input.conf");
+    g.keys = load_own_keys(conf);
+    bool const has_file = load_input_conf(conf, red, blue);
     if (red.device.empty() && blue.device.empty()) g.pads.start();
     if (!has_file) return;
     open_gamepad(g.gamepads[0], red);

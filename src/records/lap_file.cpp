@@ -147,11 +147,12 @@ std::optional<std::vector<CarState>> decode(std::string const& body, std::size_t
 }
 
 std::optional<std::string> deflated(std::string const& text) {
-    uLongf size = compressBound(text.size());
+    auto const length = static_cast<uLong>(text.size());
+    uLongf size = compressBound(length);
     std::string packed(size, '\0');
     auto const* from = reinterpret_cast<Bytef const*>(text.data());
     auto* to = reinterpret_cast<Bytef*>(packed.data());
-    if (compress2(to, &size, from, text.size(), Z_BEST_COMPRESSION) != Z_OK) return std::nullopt;
+    if (compress2(to, &size, from, length, Z_BEST_COMPRESSION) != Z_OK) return std::nullopt;
     packed.resize(size);
     return packed;
 }
@@ -159,10 +160,11 @@ std::optional<std::string> deflated(std::string const& text) {
 // Never more than `size` bytes, whatever `packed` would unfold to.
 std::optional<std::string> inflated(std::string_view packed, std::size_t size) {
     std::string text(size, '\0');
-    uLongf got = size;
+    auto got = static_cast<uLongf>(size);
     auto const* from = reinterpret_cast<Bytef const*>(packed.data());
     auto* to = reinterpret_cast<Bytef*>(text.data());
-    if (uncompress(to, &got, from, packed.size()) != Z_OK || got != size) return std::nullopt;
+    int const status = uncompress(to, &got, from, static_cast<uLong>(packed.size()));
+    if (status != Z_OK || got != size) return std::nullopt;
     return text;
 }
 

@@ -20,18 +20,13 @@ namespace {
 // Paths of the neighbours of a record's file, the newest first.
 using Neighbours = std::vector<std::string>;
 
-std::string text_of(fs::path const& path) {
-    std::u8string const text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
 // By the paths of the files to which they belong.
 std::map<std::string, Neighbours> find_neighbours(std::string const& folder) {
     std::map<std::string, Neighbours> found;
     std::error_code error;
     for (fs::directory_iterator entry(to_path(folder), error), end; !error && entry != end;
          entry.increment(error)) {
-        std::string const path = text_of(entry->path());
+        std::string const path = to_text(entry->path());
         std::string const file = replaced_by_neighbour(path);
         std::error_code ignored;
         if (!file.empty() && entry->is_regular_file(ignored)) found[file].push_back(path);
@@ -121,7 +116,7 @@ linked_records(std::string const& folder) {
         std::error_code failed;
         if (!entry->is_symlink(failed)) continue;
         fs::path const file = fs::canonical(entry->path(), failed);
-        if (!failed) found[text_of(file.parent_path())][text_of(file)] = text_of(entry->path());
+        if (!failed) found[to_text(file.parent_path())][to_text(file)] = to_text(entry->path());
     }
     return found;
 }

@@ -21,7 +21,7 @@ std::string resolve_link(std::string const& path) {
     std::error_code error;
     if (!fs::is_symlink(to_path(path), error)) return path;
     fs::path const named = fs::canonical(to_path(path), error);
-    return error ? path : named.string();
+    return error ? path : to_text(named);
 }
 
 // A plain file that could be written in place, or nothing yet.
@@ -66,11 +66,12 @@ bool make_empty(std::string const& path) {
 
 // Gives `fresh` the name `target`; the old file's new name, empty if it failed. Exchanging is as
 // atomic as a rename over the old file, but after that some file systems (ext4) write the new one
-// out to the disk on the spot, 10 ms for a ghost.
+// out to the disk on the spot, 10 ms for a ghost. Next best is a second name for the old one: then,
+// too, there is never a moment without a file of that name.
 std::string change_places(std::string const& fresh, std::string const& target) {
     if (exchange_names(fresh, target)) return fresh;
     std::string aside = neighbour(target);
-    if (!take_name(target, aside)) return "";
+    if (!add_name(target, aside) && !take_name(target, aside)) return "";
     if (take_name(fresh, target)) return aside;
     take_name(aside, target);
     return "";
@@ -139,8 +140,8 @@ void flush_replaced_files() {
 }
 
 bool flush_folder_of(std::string const& path) {
-    std::u8string const folder = to_path(path).parent_path().u8string();
-    return flush_to_disk(folder.empty() ? "." : std::string(folder.begin(), folder.end()));
+    std::string const folder = to_text(to_path(path).parent_path());
+    return flush_to_disk(folder.empty() ? "." : folder);
 }
 
 std::string replaced_by_neighbour(std::string const& path) {

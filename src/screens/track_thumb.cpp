@@ -1,5 +1,6 @@
 #include "screens/track_thumb.h"
 
+#include "base/own_place.h"
 #include "platform/files.h"
 #include "render/colors.h"
 #include "render/image.h"
@@ -17,8 +18,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr char const* CACHE_FOLDER = ".cache/thumbs";
-constexpr double THUMB_HEIGHT = 130.0; // logical pixels
+constexpr char const* CACHE_FOLDER = ".cache/thumbs"; // in the player's own place
+constexpr double THUMB_HEIGHT = 130.0;                // logical pixels
 
 bool at_least_as_new(fs::path const& file, fs::path const& source) {
     std::error_code source_failed;
@@ -31,7 +32,7 @@ bool at_least_as_new(fs::path const& file, fs::path const& source) {
 // The cached picture, or null if it is stale, broken or made for another display.
 SurfaceHandle load_cached(fs::path const& cache, fs::path const& source, int height) {
     if (!at_least_as_new(cache, source)) return nullptr;
-    SurfaceHandle picture = load_picture(cache.string().c_str());
+    SurfaceHandle picture = load_picture(to_text(cache).c_str());
     if (picture && picture->h != height) picture.reset();
     return picture;
 }
@@ -49,7 +50,7 @@ SurfaceHandle load_source(std::string const& path, int height) {
 void save_to_cache(SDL_Surface* picture, fs::path const& cache) {
     std::error_code ignored;
     fs::create_directories(cache.parent_path(), ignored);
-    IMG_SavePNG(picture, cache.string().c_str());
+    IMG_SavePNG(picture, to_text(cache).c_str());
 }
 
 int logical_size(int pixels, double scale) {
@@ -62,9 +63,9 @@ std::array<std::string, 10> discover_track_pngs() {
     std::array<std::string, 10> pictures;
     for (TrackFile const& file : find_track_files()) {
         std::string& taken = pictures[file.slot];
-        std::string const picture = picture_of_track(file.path.string());
+        std::string const picture = picture_of_track(to_text(file.path));
         std::error_code ignored;
-        if (taken.empty() && fs::exists(picture, ignored)) taken = picture;
+        if (taken.empty() && fs::exists(to_path(picture), ignored)) taken = picture;
     }
     return pictures;
 }
@@ -78,7 +79,7 @@ bool load_track_thumb(SDL_Renderer* renderer, std::string const& path, int heigh
     out.reset();
     *w = *h = 0;
     int const wanted = std::max(1, height);
-    fs::path const cache = fs::path(CACHE_FOLDER) / to_path(path).filename();
+    fs::path const cache = to_path(OWN_PLACE + CACHE_FOLDER) / to_path(path).filename();
     SurfaceHandle picture = load_cached(cache, to_path(path), wanted);
     if (!picture) {
         picture = load_source(path, wanted);
@@ -103,7 +104,7 @@ bool build_track_thumb(ThumbMaker const& maker, int slot, std::string const& pat
     auto const label = [&maker](char const* text) {
         return make_label(maker.renderer, maker.menu_scale, maker.small_font, text, WHITE);
     };
-    std::string name = to_path(path).stem().string();
+    std::string name = to_text(to_path(path).stem());
     if (name.size() > 2) name.erase(0, 2); // the slot's digit and its "_"
     thumb.name = label(name.c_str());
     if (maker.best == nullptr) return loaded;

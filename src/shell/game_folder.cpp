@@ -1,5 +1,7 @@
 #include "shell/game_folder.h"
 
+#include "base/own_place.h"
+#include "platform/files.h"
 #include "records/best_laps.h"
 #include "shell/own_folder.h"
 #include "world/track_file.h"
@@ -21,23 +23,26 @@ bool has_fonts(fs::path const& folder) {
 
 // Somebody's folder of pictures may be called "art", too; with race fonts in it, it is ours. Tracks
 // alone are enough to ask for them here: what else is missing, the game says itself.
-bool started_in_game_folder() {
+bool started_in_game_folder(std::optional<fs::path> const& data) {
     std::error_code ignored;
-    if (fs::equivalent(fs::current_path(ignored), own_game_folder(), ignored)) return false;
+    fs::path const here = fs::current_path(ignored);
+    if (fs::equivalent(here, own_game_folder(), ignored)) return false;
+    // A place where double clicks start the game is nobody's choice.
+    if (!links_for_everybody() && data && fs::equivalent(here, *data, ignored)) return false;
     return has_fonts(".") || !find_track_files().empty();
-}
-
-fs::path program_folder() {
-    char* const base = SDL_GetBasePath();
-    fs::path folder = base != nullptr ? base : "";
-    SDL_free(base);
-    return folder;
 }
 
 } // namespace
 
+fs::path program_folder() {
+    char* const base = SDL_GetBasePath();
+    fs::path folder = to_path(base != nullptr ? base : "");
+    SDL_free(base);
+    return folder;
+}
+
 fs::path own_game_folder() {
-    return pref_path("game");
+    return to_path(pref_path("game"));
 }
 
 std::optional<fs::path> find_game_data() {
@@ -56,13 +61,16 @@ std::optional<fs::path> find_game_data() {
 }
 
 bool enter_game_folder() {
-    if (started_in_game_folder()) return true;
     std::optional<fs::path> const data = find_game_data();
+    if (started_in_game_folder(data)) return true;
     if (!data) return false;
     fs::path const own = own_game_folder();
+    bool const has_own = own.is_absolute() && refresh_own_folder(own, *data);
+    bool const borrows = has_own && links_for_everybody();
+    if (has_own && !borrows) OWN_PLACE = to_text(own / "");
     std::error_code error;
     // Where no links can be made, the data's folder has to do as it is.
-    fs::current_path(own.is_absolute() && refresh_own_folder(own, *data) ? own : *data, error);
+    fs::current_path(borrows ? own : *data, error);
     return !error;
 }
 

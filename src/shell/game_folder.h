@@ -3,10 +3,15 @@
 // Where the game is played: the folder that art/, music/, sounds/, tracks/ and input.conf are found
 // in, as paths relative to the working directory. Started in such a folder the game stays there.
 // Started anywhere else, by a double click or a launcher, it goes to a folder of the player's own,
-// which borrows from the data that came with the program (own_folder.h).
+// which borrows from the data that came with the program (own_folder.h), or, where not everybody
+// may make links, to that data itself, with the folder of the player's own looked into first
+// (base/own_place.h).
 
 #include <filesystem>
 #include <optional>
+
+// Where the running program lies; empty if the system does not tell.
+std::filesystem::path program_folder();
 
 // The player's own game folder, "game" in the preference folder; it need not exist.
 std::filesystem::path own_game_folder();

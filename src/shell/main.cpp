@@ -7,6 +7,7 @@
 #include "base/screen.h"
 #include "input/gamepad_monitor.h"
 #include "platform/console.h"
+#include "platform/files.h"
 #include "race/game_loop.h"
 #include "records/ghost_trace.h"
 #include "records/ghost_tuning_screen.h"
@@ -46,7 +47,7 @@ int write_report(Options const& options) {
     enter_game_folder(); // for the tracks' names and pictures
     bool const moved = std::filesystem::current_path() != here;
     bool const written =
-        write_highscore_pdf(options.highscores_name, moved ? (here / out).string() : out);
+        write_highscore_pdf(options.highscores_name, moved ? to_text(here / to_path(out)) : out);
     SDL_Quit();
     return written ? 0 : 1;
 }

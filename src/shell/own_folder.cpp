@@ -1,5 +1,7 @@
 #include "shell/own_folder.h"
 
+#include "platform/files.h"
+
 #include <algorithm>
 #include <array>
 #include <fstream>
@@ -26,12 +28,12 @@ Links read_note(fs::path const& own) {
     std::string data;
     std::getline(file, links.version);
     std::getline(file, data);
-    links.data = data;
+    links.data = to_path(data);
     return links;
 }
 
 void write_note(fs::path const& own, fs::path const& data) {
-    std::ofstream(own / NOTE) << BRINDLE_VERSION << '\n' << data.string() << '\n';
+    std::ofstream(own / NOTE) << BRINDLE_VERSION << '\n' << to_text(data) << '\n';
 }
 
 // Empty for anything but a link.
@@ -39,14 +41,6 @@ fs::path target_of(fs::path const& link) {
     std::error_code error;
     fs::path target = fs::read_symlink(link, error);
     return error ? fs::path() : target;
-}
-
-// The digit of "N_name.trk" and its picture, 0 for any other name.
-std::size_t slot_of(fs::path const& path) {
-    std::string const name = path.filename().string();
-    bool const numbered = name.size() > 2 && name[0] >= '1' && name[0] <= '9' && name[1] == '_';
-    bool const track = path.extension() == ".trk" || path.extension() == ".png";
-    return numbered && track ? static_cast<std::size_t>(name[0] - '0') : 0;
 }
 
 std::vector<fs::path> files_of(fs::path const& folder) {
@@ -69,6 +63,7 @@ public:
         std::error_code error;
         fs::create_directories(own_ / "tracks", error);
         if (error) return false;
+        if (!links_for_everybody()) return forget_other_data();
         bool whole = true;
         for (char const* name : {"art", "music", "sounds"}) whole = link(name) && whole;
         whole = link_tracks() && whole;
@@ -80,6 +75,15 @@ private:
     bool made_by_us(fs::path const& name) const {
         fs::path const target = target_of(own_ / name);
         return !target.empty() && (target == data_ / name || target == last_.data / name);
+    }
+
+    // What links tell by themselves: the thumbnails were made from pictures of other data.
+    [[nodiscard]] bool forget_other_data() const {
+        std::error_code ignored;
+        if (!upgraded_) return true;
+        fs::remove_all(own_ / THUMBNAILS, ignored);
+        write_note(own_, data_);
+        return true;
     }
 
     // Whether `name` stands for the data's file, or for one that the player has put there.
@@ -104,16 +108,17 @@ private:
         for (fs::path const& file : present) {
             std::error_code error;
             bool const own = fs::is_regular_file(file, error) && !made_by_us(relative(file));
-            if (own && file.extension() == ".trk") taken[slot_of(file)] = true;
+            if (own && file.extension() == ".trk") taken[slot_of_file(file)] = true;
         }
         for (fs::path const& file : present) {
             std::error_code error;
-            bool const wanted = !taken[slot_of(file)] && fs::exists(data_ / relative(file), error);
+            bool const wanted =
+                !taken[slot_of_file(file)] && fs::exists(data_ / relative(file), error);
             if (!wanted && made_by_us(relative(file))) fs::remove(file, error);
         }
         std::vector<fs::path> const shipped = files_of(data_ / "tracks");
         return std::all_of(shipped.begin(), shipped.end(), [&](fs::path const& file) {
-            std::size_t const slot = slot_of(file);
+            std::size_t const slot = slot_of_file(file);
             return slot == 0 || taken[slot] || link(relative(file));
         });
     }
@@ -127,6 +132,13 @@ private:
 };
 
 } // namespace
+
+std::size_t slot_of_file(fs::path const& path) {
+    std::string const name = to_text(path.filename());
+    bool const numbered = name.size() > 2 && name[0] >= '1' && name[0] <= '9' && name[1] == '_';
+    bool const track = path.extension() == ".trk" || path.extension() == ".png";
+    return numbered && track ? static_cast<std::size_t>(name[0] - '0') : 0;
+}
 
 bool refresh_own_folder(fs::path const& own, fs::path const& data) {
     return OwnFolder(own, data).refresh();

@@ -1,5 +1,6 @@
 #include "world/track_file.h"
 
+#include "base/own_place.h"
 #include "platform/files.h"
 #include "world/geometry.h"
 
@@ -8,6 +9,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <optional>
 #include <vector>
 
@@ -106,6 +108,20 @@ bool find_markers(Track& track) {
     return find_goal_line(track);
 }
 
+std::vector<TrackFile> track_files_in(fs::path const& folder) {
+    std::vector<TrackFile> files;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::string const name = to_text(entry->path().filename());
+        if (name.size() <= 2 || name[0] < '1' || name[0] > '9' || name[1] != '_') continue;
+        std::error_code ignored;
+        if (entry->path().extension() != ".trk" || !entry->is_regular_file(ignored)) continue;
+        files.push_back({static_cast<std::size_t>(name[0] - '0'), entry->path()});
+    }
+    return files;
+}
+
 } // namespace
 
 bool load_track(std::string const& path, Track& track) {
@@ -128,33 +144,30 @@ bool read_track(std::istream& file, std::string const& name, Track& track) {
 }
 
 std::string picture_of_track(std::string const& path) {
-    return to_path(path).replace_extension(".png").string();
+    return to_text(to_path(path).replace_extension(".png"));
 }
 
 std::vector<TrackFile> find_track_files() {
-    std::vector<TrackFile> files;
-    std::error_code error;
-    for (fs::directory_iterator entry("tracks", error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::string const name = entry->path().filename().string();
-        if (name.size() <= 2 || name[0] < '1' || name[0] > '9' || name[1] != '_') continue;
-        std::error_code ignored;
-        if (entry->path().extension() != ".trk" || !entry->is_regular_file(ignored)) continue;
-        files.push_back({static_cast<std::size_t>(name[0] - '0'), entry->path()});
-    }
-    return files;
+    std::vector<TrackFile> files = track_files_in("tracks");
+    if (OWN_PLACE.empty()) return files;
+    std::vector<TrackFile> all = track_files_in(to_path(OWN_PLACE + "tracks"));
+    std::array<bool, 10> taken{};
+    for (TrackFile const& own : all) taken[own.slot] = true;
+    std::copy_if(files.begin(), files.end(), std::back_inserter(all),
+                 [&taken](TrackFile const& file) { return !taken[file.slot]; });
+    return all;
 }
 
 std::array<std::string, 10> discover_tracks() {
     std::array<std::string, 10> slots;
     for (TrackFile const& file : find_track_files()) {
-        if (slots[file.slot].empty()) slots[file.slot] = file.path.string();
+        if (slots[file.slot].empty()) slots[file.slot] = to_text(file.path);
     }
     return slots;
 }
 
 std::string track_name_from_path(std::string const& path) {
-    std::string const stem = to_path(path).stem().string();
+    std::string const stem = to_text(to_path(path).stem());
     std::size_t const digits = std::min(stem.find_first_not_of("0123456789"), stem.size());
     bool const numbered = digits > 0 && digits < stem.size() && stem[digits] == '_';
     return numbered ? stem.substr(digits + 1) : stem;

@@ -37,10 +37,11 @@ struct TrackFile {
 std::string picture_of_track(std::string const& path);
 
 // The track files of the folder "tracks" in the folder's own order; none if it cannot be opened.
-// Several may claim the same slot.
+// Several may claim the same slot. Those of the player's own place come first, and where they claim
+// a slot, no other does.
 std::vector<TrackFile> find_track_files();
 
-// The track files of the folder "tracks" by slot 1..9; an empty string for an empty slot. Index 0
+// The track files by slot 1..9; an empty string for an empty slot. Index 0
 // is never used.
 std::array<std::string, 10> discover_tracks();
 

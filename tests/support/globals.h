@@ -3,6 +3,7 @@
 // The tuning and view settings that the game keeps as globals. A test may set any of them: the test
 // program's main puts all back to their values of a fresh start after each test.
 
+#include "base/own_place.h"
 #include "render/view_settings.h"
 #include "world/car_bump.h"
 #include "world/car_physics.h"
@@ -21,6 +22,7 @@ public:
         ZOOM_LEVEL = zoom_level_;
         smooth_camera = smooth_camera_;
         fancy_ghost = fancy_ghost_;
+        OWN_PLACE.clear();
     }
 
 private:

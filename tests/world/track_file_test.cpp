@@ -1,3 +1,4 @@
+#include "base/own_place.h"
 #include "support/files.h"
 #include "support/tracks.h"
 #include "world/track_file.h"
@@ -103,6 +104,15 @@ TEST(TrackFiles, SlotsAndNamesComeFromFileNames) {
     expected[3] = "tracks/3_coast.trk";
     expected[9] = "tracks/9_hill.trk";
     EXPECT_EQ(discover_tracks(), expected);
+
+    // A track of the player's own place hides the game's of its slot.
+    OWN_PLACE = folder.file("mine/");
+    EXPECT_EQ(discover_tracks(), expected);
+    fs::create_directories("mine/tracks");
+    write_file("mine/tracks/3_mine.trk", "");
+    expected[3] = OWN_PLACE + "tracks/3_mine.trk";
+    EXPECT_EQ(discover_tracks(), expected);
+    EXPECT_EQ(find_track_files().size(), 3U);
 
     for (auto const& [path, name] : {std::pair{"tracks/12_old_town.trk", "old_town"},
                                      {"tracks/coast.trk", "coast"},

@@ -1,5 +1,6 @@
 #include "brindle_ghost/exchange.h"
 
+#include "platform/files.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
 #include "records/lap_file.h"
@@ -59,8 +60,8 @@ std::optional<BestEntry> find_record(std::string const& name, int slot) {
 // A file's bytes; nothing for what cannot be read or is far too large.
 std::optional<std::string> read_file_whole(std::string const& path) {
     std::error_code error;
-    std::uintmax_t const size = fs::file_size(path, error); // plain files only
-    std::ifstream file(path, std::ios::binary);
+    std::uintmax_t const size = fs::file_size(to_path(path), error); // plain files only
+    std::ifstream file(to_path(path), std::ios::binary);
     if (error || size > LARGEST_FILE || !file) return std::nullopt;
     std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
     if (file.bad()) return std::nullopt;
@@ -121,7 +122,8 @@ int list_records() {
         for (auto const& [slot, entry] : entries) {
             std::string const ghost = pref_path(entry.trace_file.c_str());
             std::error_code ignored;
-            bool const kept = !entry.trace_file.empty() && fs::is_regular_file(ghost, ignored);
+            bool const kept =
+                !entry.trace_file.empty() && fs::is_regular_file(to_path(ghost), ignored);
             std::printf("%-16s %d  %-20s %12s  %s\n", name.c_str(), slot,
                         track_name(tracks, slot).c_str(), seconds_text(entry.seconds).c_str(),
                         kept ? "ghost" : "no ghost");
@@ -154,7 +156,7 @@ int export_lap(std::string const& name, std::string const& track, std::string co
     std::string fault;
     std::optional<std::string> const bytes = pack_lap(lap, fault);
     if (!bytes) return fail("the lap cannot be shared: " + fault);
-    if (fs::exists(path)) return fail(path + " is there already");
+    if (fs::exists(to_path(path))) return fail(path + " is there already");
     if (!replace_file(path, {*bytes})) return fail(path + " cannot be written");
     std::printf("Wrote %s: %s on %s, %s, %zu bytes.\n", path.c_str(), name.c_str(),
                 lap.track.c_str(), seconds_text(record->seconds).c_str(), bytes->size());

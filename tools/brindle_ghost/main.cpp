@@ -2,6 +2,8 @@
 // for a wrong call.
 
 #include "brindle_ghost/exchange.h"
+#include "platform/console.h"
+#include "platform/files.h"
 #include "shell/game_folder.h"
 
 #include <cstdio>
@@ -28,12 +30,13 @@ int show_usage(std::FILE* stream, int status) {
 } // namespace
 
 int main(int argc, char** argv) {
-    std::vector<std::string> const words(argv + 1, argv + argc);
+    join_console();
+    std::vector<std::string> const words = words_of_call(argc, argv);
     std::string const verb = words.empty() ? "" : words[0];
     if (verb == "--help") return show_usage(stdout, 0);
     // The file is meant from here, the tracks from where the game plays.
     std::string const file =
-        words.size() < 2 ? "" : std::filesystem::absolute(words.back()).string();
+        words.size() < 2 ? "" : to_text(std::filesystem::absolute(to_path(words.back())));
     bool const has_data = enter_game_folder();
     if (!has_data) std::fputs("brindle-ghost: no game data found: tracks have no names\n", stderr);
     if (verb == "list" && words.size() == 1) return list_records();

@@ -3,6 +3,9 @@
 
 #include "brindle_track/first_course.h"
 #include "brindle_track/own_slots.h"
+#include "platform/console.h"
+#include "platform/files.h"
+#include "platform/programs.h"
 #include "shell/game_folder.h"
 #include "shell/own_folder.h"
 #include "track_compiler/make_track.h"
@@ -13,7 +16,6 @@
 #include <fstream>
 #include <string>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -84,27 +86,26 @@ std::vector<fs::path> theme_folders(fs::path const& course, fs::path const& data
 
 // A name that can stand in a file's name, in quotes and on the menu.
 bool is_usable(std::string const& name) {
-    return !name.empty() && name.size() <= LONGEST_NAME && name[0] != '.' &&
-           std::none_of(name.begin(), name.end(), [](char c) {
-               return c == '/' || c == '\\' || c == '"' || (c >= 0 && c < ' ');
-           });
+    return !name.empty() && name.size() <= LONGEST_NAME && name[0] != '.' && can_name_file(name) &&
+           std::none_of(name.begin(), name.end(),
+                        [](char c) { return c == '\\' || c == '"' || (c >= 0 && c < ' '); });
 }
 
 int make_new(Call const& call, fs::path const& data) {
     if (!is_usable(call.subject)) return fail("a track cannot be called \"" + call.subject + "\"");
     std::string const path = call.subject + ".course";
-    std::vector<fs::path> const themes = theme_folders(path, data);
+    std::vector<fs::path> const themes = theme_folders(to_path(path), data);
     if (std::none_of(themes.begin(), themes.end(), [&](fs::path const& folder) {
-            return fs::exists(folder / (call.theme + ".theme"));
+            return fs::exists(folder / to_path(call.theme + ".theme"));
         })) {
         std::string known;
         for (auto const& entry : fs::directory_iterator(themes.back())) {
-            known.append(1, ' ').append(entry.path().stem().string());
+            known.append(1, ' ').append(to_text(entry.path().stem()));
         }
         return fail("there is no theme \"" + call.theme + "\"; there are:" + known);
     }
-    if (fs::exists(path)) return fail(path + " is there already");
-    std::ofstream file(path);
+    if (fs::exists(to_path(path))) return fail(path + " is there already");
+    std::ofstream file(to_path(path));
     file << first_course(call.subject, call.theme);
     file.close();
     if (!file) return fail(path + " cannot be written");
@@ -124,10 +125,11 @@ bool put_in_place(fs::path const& made, fs::path const& tracks, std::string cons
     std::error_code error;
     for (char const* extension : {".png", ".trk"}) {
         if (error) return false;
-        fs::rename(made.string() + extension, tracks / (name + extension), error);
+        fs::path whole = made;
+        fs::rename(whole += extension, tracks / to_path(name + extension), error);
     }
     if (error) return false;
-    if (before.empty() || before.stem() == name) return true;
+    if (before.empty() || before.stem() == to_path(name)) return true;
     for (char const* extension : {".png", ".trk"}) {
         fs::remove(tracks / fs::path(before).replace_extension(extension), error);
     }
@@ -138,11 +140,11 @@ bool put_in_place(fs::path const& made, fs::path const& tracks, std::string cons
 int build(Call& call, fs::path const& data) {
     std::optional<Course> course = read_course(call.subject);
     if (!course) return FAULT;
-    fs::path const source = fs::weakly_canonical(call.subject);
-    std::string const name = course->name.empty() ? source.stem().string() : course->name;
+    fs::path const source = fs::weakly_canonical(to_path(call.subject));
+    std::string const name = course->name.empty() ? to_text(source.stem()) : course->name;
     if (!is_usable(name)) return fail("a track cannot be called \"" + name + "\"");
     fs::path const own = own_game_folder();
-    if (!refresh_own_folder(own, data)) return fail(own.string() + " cannot be made");
+    if (!refresh_own_folder(own, data)) return fail(to_text(own) + " cannot be made");
     SlotChoice const choice = choose_slot(own / "tracks", data, source, name, call.slot);
     if (choice.slot == 0) return fail(choice.problem);
     call.slot = choice.slot;
@@ -152,15 +154,16 @@ int build(Call& call, fs::path const& data) {
     std::error_code ignored;
     fs::create_directories(workshop, ignored);
     bool const made = make_track(*std::move(course), call.subject, theme_folders(source, data),
-                                 (workshop / name).string(), show_step);
+                                 to_text(workshop / to_path(name)), show_step);
     std::string const file = std::to_string(choice.slot) + "_" + name;
-    bool const placed = made && put_in_place(workshop / name, own / "tracks", file, choice.before);
+    bool const placed =
+        made && put_in_place(workshop / to_path(name), own / "tracks", file, choice.before);
     fs::remove_all(workshop, ignored);
     if (!made) return FAULT;
-    if (!placed) return fail((own / "tracks" / file).string() + ".trk cannot be written");
-    remember_built(own / "tracks", source, file + ".trk");
+    if (!placed) return fail(to_text(own / "tracks" / to_path(file)) + ".trk cannot be written");
+    remember_built(own / "tracks", source, to_path(file + ".trk"));
     refresh_own_folder(own, data);
-    std::printf("Built %s\n", (own / "tracks" / (file + ".trk")).c_str());
+    std::printf("Built %s\n", to_text(own / "tracks" / to_path(file + ".trk")).c_str());
     if (!choice.hides.empty()) {
         std::printf("It takes the place of %s for as long as it is there.\n", choice.hides.c_str());
     }
@@ -170,12 +173,12 @@ int build(Call& call, fs::path const& data) {
 
 // The game beside this program, or where both were installed, or wherever the shell finds it.
 std::string find_game() {
-    std::error_code error;
-    fs::path const here = fs::read_symlink("/proc/self/exe", error).parent_path();
-    for (fs::path const& place : {here / "brindle-run", here / "../games/brindle-run"}) {
-        if (!error && fs::exists(place)) return place.lexically_normal().string();
+    fs::path const here = program_folder();
+    std::string const game = program_file("brindle-run");
+    for (fs::path const& place : {here / game, here / "../games" / game}) {
+        if (!here.empty() && fs::exists(place)) return to_text(place.lexically_normal());
     }
-    return "brindle-run";
+    return game;
 }
 
 int start_game(Call const& call) {
@@ -184,21 +187,18 @@ int start_game(Call const& call) {
     if (call.for_the_game.empty()) words.emplace_back("-fast");
     words.insert(words.end(), call.for_the_game.begin(), call.for_the_game.end());
     words.push_back(std::to_string(call.slot));
-    std::vector<char*> arguments;
-    arguments.reserve(words.size() + 1);
-    for (std::string& word : words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
     std::error_code error;
     fs::current_path(own_game_folder(), error);
     std::fflush(stdout);
-    execvp(game.c_str(), arguments.data());
-    return fail("the game cannot be started: " + game);
+    Handover const gone = hand_over(std::move(words));
+    return gone.started ? gone.status : fail("the game cannot be started: " + game);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    std::vector<std::string> const words(argv + 1, argv + argc);
+    join_console();
+    std::vector<std::string> const words = words_of_call(argc, argv);
     if (words == std::vector<std::string>{"--help"}) return show_usage(stdout, 0);
     Call call;
     if (!read_call(words, call)) return show_usage(stderr, WRONG_CALL);

@@ -1,5 +1,7 @@
 #include "brindle_track/own_slots.h"
 
+#include "platform/files.h"
+#include "shell/own_folder.h"
 #include "world/track_file.h"
 
 #include <array>
@@ -19,7 +21,8 @@ std::map<fs::path, fs::path> read_built(fs::path const& tracks) {
     std::ifstream file(tracks / NOTE);
     for (std::string line; std::getline(file, line);) {
         std::size_t const tab = line.find('\t');
-        if (tab != std::string::npos) built[line.substr(tab + 1)] = line.substr(0, tab);
+        if (tab != std::string::npos)
+            built[to_path(line.substr(tab + 1))] = to_path(line.substr(0, tab));
     }
     return built;
 }
@@ -27,8 +30,18 @@ std::map<fs::path, fs::path> read_built(fs::path const& tracks) {
 // What holds each slot.
 struct Holders {
     std::array<fs::path, 10> own;     // a track of the player's, except the one to be made anew
-    std::array<fs::path, 10> shipped; // a link to one of the game's
+    std::array<fs::path, 10> shipped; // one of the game's, as a link where there are links
 };
+
+void find_shipped(fs::path const& data, Holders& holders) {
+    std::error_code error;
+    for (fs::directory_iterator entry(data / "tracks", error), end; !error && entry != end;
+         entry.increment(error)) {
+        fs::path const name = entry->path().filename();
+        std::size_t const slot = slot_of_file(name);
+        if (slot != 0 && holders.own[slot].empty()) holders.shipped[slot] = name;
+    }
+}
 
 Holders find_holders(fs::path const& tracks, fs::path const& data, fs::path const& before) {
     Holders holders;
@@ -36,15 +49,13 @@ Holders find_holders(fs::path const& tracks, fs::path const& data, fs::path cons
     for (fs::directory_iterator entry(tracks, error), end; !error && entry != end;
          entry.increment(error)) {
         fs::path const name = entry->path().filename();
-        std::string const text = name.string();
-        bool const track = text.size() > 2 && text[0] >= '1' && text[0] <= '9' && text[1] == '_' &&
-                           (name.extension() == ".trk" || name.extension() == ".png");
-        if (!track || name.stem() == before.stem()) continue;
+        std::size_t const slot = slot_of_file(name);
+        if (slot == 0 || name.stem() == before.stem()) continue;
         std::error_code no_link;
         bool const linked = fs::read_symlink(entry->path(), no_link) == data / "tracks" / name;
-        auto const slot = static_cast<std::size_t>(text[0] - '0');
         (linked ? holders.shipped : holders.own)[slot] = name;
     }
+    if (!links_for_everybody()) find_shipped(data, holders);
     return holders;
 }
 
@@ -76,24 +87,24 @@ SlotChoice choose_slot(fs::path const& tracks, fs::path const& data, fs::path co
     Holders const holders = find_holders(tracks, data, choice.before);
 
     choice.slot = wanted;
-    if (wanted == 0 && !choice.before.empty()) choice.slot = choice.before.string()[0] - '0';
+    if (wanted == 0 && !choice.before.empty()) choice.slot = to_text(choice.before)[0] - '0';
     if (choice.slot == 0) choice.slot = first_empty(holders);
     if (choice.slot == 0) choice.slot = last_shipped(holders);
     if (choice.slot == 0) {
         choice.problem =
-            "all nine slots hold tracks of your own: take one of them out of " + tracks.string();
+            "all nine slots hold tracks of your own: take one of them out of " + to_text(tracks);
         return choice;
     }
     auto const slot = static_cast<std::size_t>(choice.slot);
     if (!holders.own[slot].empty()) {
         choice.problem =
             "slot " + std::to_string(choice.slot) + " holds " +
-            (tracks / holders.own[slot]).string() +
+            to_text(tracks / holders.own[slot]) +
             ", which was not made from this course: take another slot than that of \"" + name +
             "\"";
         choice.slot = 0;
     } else if (!holders.shipped[slot].empty()) {
-        choice.hides = track_name_from_path(holders.shipped[slot].string());
+        choice.hides = track_name_from_path(to_text(holders.shipped[slot]));
     }
     return choice;
 }
@@ -104,6 +115,6 @@ void remember_built(fs::path const& tracks, fs::path const& course, fs::path con
     std::ofstream file(tracks / NOTE);
     for (auto const& [from, made] : built) {
         // What has been taken away since may come back as a foreign file of the same name.
-        if (fs::exists(tracks / made)) file << made.string() << '\t' << from.string() << '\n';
+        if (fs::exists(tracks / made)) file << to_text(made) << '\t' << to_text(from) << '\n';
     }
 }

@@ -1,5 +1,7 @@
 #include "track_compiler/data_file.h"
 
+#include "platform/files.h"
+
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -57,7 +59,7 @@ std::vector<DataLine> split_data(std::string const& text, Faults& faults) {
 }
 
 std::optional<std::string> read_text(std::string const& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(to_path(path), std::ios::binary);
     if (!file) return std::nullopt;
     std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     if (file.bad()) return std::nullopt;

@@ -1,5 +1,6 @@
 #include "track_compiler/make_track.h"
 
+#include "platform/files.h"
 #include "track_compiler/compile_course.h"
 #include "track_compiler/course_parser.h"
 #include "track_compiler/data_file.h"
@@ -41,15 +42,15 @@ std::optional<Theme> find_theme(Course const& course, std::string const& course_
                                 std::vector<fs::path> const& themes) {
     std::string tried;
     for (fs::path const& folder : themes) {
-        tried = (folder / (course.theme + ".theme")).string();
-        if (fs::exists(tried)) return read_theme(tried);
+        tried = to_text(folder / to_path(course.theme + ".theme"));
+        if (fs::exists(to_path(tried))) return read_theme(tried);
     }
     report(course_path, {{course.theme_line, "theme: there is no file " + tried}});
     return std::nullopt;
 }
 
 bool write_text(std::string const& path, std::string const& text) {
-    std::ofstream file(path, std::ios::binary);
+    std::ofstream file(to_path(path), std::ios::binary);
     file << text;
     file.close();
     if (!file) std::fprintf(stderr, "%s: cannot be written\n", path.c_str());
@@ -95,7 +96,7 @@ bool make_track(Course course, std::string const& course_path, std::vector<fs::p
     if (!write_picture(stem + ".png", made->paint_source(), progress)) return false;
     if (!write_text(stem + ".trk", track_file_text(made->track))) return false;
     std::printf("%s: %d x %d cells, a lap of %.0f cells, %zu things\n",
-                fs::path(stem).filename().c_str(), made->track.width, made->track.height,
+                to_text(to_path(stem).filename()).c_str(), made->track.width, made->track.height,
                 made->line.length, made->items.size());
     return true;
 }
