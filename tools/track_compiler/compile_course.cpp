@@ -47,7 +47,9 @@ std::optional<CompiledCourse> compile_course(Course course, Theme const& theme, 
     if (!faults.empty()) return std::nullopt;
     round_off_nature(course, theme);
     CompiledCourse made{.course = std::move(course), .theme = theme, .line = *std::move(line)};
-    made.field = measure_road(made.line, made.course.width, made.course.height, reach);
+    made.main_road = measure_road(made.line, made.course.width, made.course.height, reach);
+    made.field = made.main_road;
+    add_forks(made.line, made.field);
     made.track = make_grid(made.course, made.line, made.field, theme.rim_width);
     check_grid(made.course, made.line, made.track, faults);
     check_letterings(made.course, made.field, border, faults);

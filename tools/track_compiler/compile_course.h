@@ -18,13 +18,14 @@ struct CompiledCourse {
     Course course;
     Theme theme;
     Centreline line;
+    RoadField main_road = {};
     RoadField field = {};
     Track track = {};
     std::vector<double> racing = {};
     std::vector<SceneryItem> items = {};
 
     [[nodiscard]] PaintSource paint_source() const {
-        return {course, theme, line, field, track, racing, items};
+        return {course, theme, line, main_road, field, track, racing, items};
     }
 };
 

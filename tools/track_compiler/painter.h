@@ -18,7 +18,8 @@ struct PaintSource {
     Course const& course;              // areas of other ground, lettering, names
     Theme const& theme;                // how the place looks
     Centreline const& line;            // the road: width, curvature, kerbs
-    RoadField const& field;            // where each cell lies with respect to the road
+    RoadField const& main_road;        // where each cell lies with respect to the road alone
+    RoadField const& field;            // the same with the forks, where cells lie nearer to one
     Track const& track;                // the finished grid, with goal line and start
     std::vector<double> const& racing; // by sample: how far right of the line rubber lies, cells
     std::vector<SceneryItem> const& items; // all solid things, back to front

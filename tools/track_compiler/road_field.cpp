@@ -50,12 +50,15 @@ RoadField measure_road(Centreline const& line, int width, int height, double rea
     for (std::size_t i = 0; i < count; ++i) {
         measure_stretch(line.samples[i], line.samples[(i + 1) % count], stretch, field);
     }
+    return field;
+}
+
+void add_forks(Centreline const& line, RoadField& field) {
     for (std::vector<RoadSample> const& fork : line.forks) {
         for (std::size_t i = 0; i + 1 < fork.size(); ++i) {
             measure_stretch(fork[i], fork[i + 1], fork[i + 1].along - fork[i].along, field);
         }
     }
-    return field;
 }
 
 RoadPlace road_at(RoadField const& field, Point place) {

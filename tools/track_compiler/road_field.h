@@ -31,7 +31,11 @@ struct RoadPlace {
     double lateral = 0.0;
 };
 
+// Of the road alone, without its forks.
 RoadField measure_road(Centreline const& line, int width, int height, double reach);
+
+// Brings the forks to bear on the field of their road.
+void add_forks(Centreline const& line, RoadField& field);
 
 // Interpolated between the four nearest cell centres; any place, also beyond the grid.
 RoadPlace road_at(RoadField const& field, Point place);

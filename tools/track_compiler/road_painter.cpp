@@ -6,26 +6,34 @@
 
 namespace {
 
-// Cells along a fork to its nearer end.
-double fork_end(Centreline const& line, double along) {
-    auto const number = static_cast<std::size_t>((along - FORK_ALONG) / FORK_SPAN);
-    std::vector<RoadSample> const& fork = line.forks[number];
-    return std::min(along - fork.front().along, fork.back().along - along);
+// Around a fork's mouth the surface is the road's: its rubber and its patches run on there, and the
+// fork's own begin at this distance from the road's edge.
+constexpr double MOUTH = 40.0; // cells
+
+// Where the place lies with respect to the road without its forks.
+RoadPlace main_place(PaintSource const& source, Point at, RoadPlace const& place) {
+    return source.line.forks.empty() ? place : road_at(source.main_road, at);
 }
 
-// Two wheel tracks with a paler strip between them, where everybody drives.
-Colour worn(PaintSource const& source, Point at, RoadPlace const& place) {
-    Theme const& theme = source.theme;
-    bool const on_fork = place.along >= FORK_ALONG; // where the middle is the only line
-    double const racing = on_fork ? 0.0 : source.racing[source.line.index_at(place.along)];
-    double const off = std::fabs(place.lateral - racing) + 12.0 * (clouds().at(at, 120.0) - 0.5);
+// Two wheel tracks with a paler strip between them, `off` cells from their middle.
+double rubber(RoadPlace const& place, double off) {
     double const broad = 1.0 - smoothstep(6.0, 34.0, off);
     double const tracks = 1.0 - smoothstep(1.0, 7.0, std::fabs(std::fabs(off) - 7.0));
     double const streak = clouds().at({place.along * 0.12, place.lateral * 2.2}, 16.0);
-    // Where a fork leaves the road the two lines of rubber must not meet at a seam.
-    double const left = on_fork ? smoothstep(30.0, 110.0, fork_end(source.line, place.along)) : 1.0;
-    double const rubber = left * (0.58 * broad + 0.30 * tracks) * (0.72 + 0.56 * streak);
-    return mix(theme.road, theme.road_worn, stepped(rubber));
+    return (0.58 * broad + 0.30 * tracks) * (0.72 + 0.56 * streak);
+}
+
+// Darker where everybody drives: along the racing line, and in the middle of a fork.
+Colour worn(PaintSource const& source, Point at, RoadPlace const& place, RoadPlace const& main) {
+    Theme const& theme = source.theme;
+    double const strayed = 12.0 * (clouds().at(at, 120.0) - 0.5);
+    double const racing = source.racing[source.line.index_at(main.along)];
+    double amount = rubber(main, std::fabs(main.lateral - racing) + strayed);
+    if (place.along >= FORK_ALONG) {
+        double const begun = smoothstep(0.0, MOUTH, main.edge);
+        amount = std::max(amount, begun * rubber(place, std::fabs(place.lateral) + strayed));
+    }
+    return mix(theme.road, theme.road_worn, stepped(amount));
 }
 
 // Where the surface was cut open and closed again: a piece in another shade with a seam of tar.
@@ -57,11 +65,13 @@ Colour textured(Theme const& theme, Point at, Colour colour) {
 
 Colour road_colour(PaintSource const& source, Point at, RoadPlace const& place) {
     Theme const& theme = source.theme;
-    Colour colour = worn(source, at, place);
+    RoadPlace const main = main_place(source, at, place);
+    Colour colour = worn(source, at, place, main);
     if (theme.repairs > 0.0) {
         double const crack = smoothstep(0.8, 1.0, cracks().at(at, 150.0)) *
                              smoothstep(0.52, 0.62, clouds().at(at, 300.0));
-        colour = shade(colour, repair(place, theme.repairs) * (1.0 - 0.25 * stepped(crack)));
+        colour = shade(colour, repair(main.edge < MOUTH ? main : place, theme.repairs) *
+                                   (1.0 - 0.25 * stepped(crack)));
     }
     double const away = -place.edge + 11.0 * (clouds().at(at, 30.0) - 0.5);
     colour = mix(colour, theme.road_edge, stepped(0.75 * (1.0 - smoothstep(0.0, 14.0, away))));
