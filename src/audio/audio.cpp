@@ -115,13 +115,20 @@ void Audio::close() {
 }
 
 bool Audio::load_music(char const* path) {
-    ShippedFile const song(path);
-    std::vector<std::int16_t> decoded = decode_mp3_mono(path, sample_rate);
+    std::vector<std::int16_t> decoded = songs_ahead.take(path);
+    if (decoded.empty()) {
+        ShippedFile const song(path);
+        decoded = decode_mp3_mono(path, sample_rate);
+    }
     bool const any = !decoded.empty();
     DeviceLock const lock(device);
     music_samples = std::move(decoded);
     music_pos = 0;
     return any;
+}
+
+void Audio::expect_music(std::vector<std::string> const& paths) {
+    songs_ahead.expect(paths, sample_rate);
 }
 
 bool Audio::load_sfx(int slot, char const* path) {

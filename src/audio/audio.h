@@ -6,10 +6,12 @@
 // files, decoded whole when they are loaded.
 
 #include "audio/shared.h"
+#include "audio/songs_ahead.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 // What one car sounds like, written by the game thread.
@@ -82,6 +84,9 @@ struct Audio {
         DEFAULT_SAMPLE_RATE;  // Hz: the wish before open(), the device's after it
     std::uint32_t device = 0; // the open SDL device, 0 for none
 
+    // --- The game thread's own.
+    SongsAhead songs_ahead;
+
     Audio() = default;
     ~Audio() = default; // frees the arrays, not the device
     Audio(Audio const&) = delete;
@@ -96,6 +101,10 @@ struct Audio {
 
     // Replaces the music and starts it from its beginning. True if any samples came out.
     bool load_music(char const* path);
+    // The songs that may be loaded next, the likeliest first: decoded ahead, a little with each
+    // call of decode_ahead, so that loading one takes no time.
+    void expect_music(std::vector<std::string> const& paths);
+    void decode_ahead() { songs_ahead.decode_some(); }
     // Replaces one slot, silent until requested. False, with the old slot kept, on failure.
     bool load_sfx(int slot, char const* path);
 

@@ -20,3 +20,6 @@ private:
     std::string path_;
     bool at_hand_ = true;
 };
+
+// Whether a file that the game ships can be read without being waited for.
+bool is_at_hand(std::string const& path);

@@ -7,6 +7,7 @@
 #include "race/race_report.h"
 #include "race/race_rules.h"
 #include "race/race_tick.h"
+#include "records/replace_file.h"
 #include "render/camera.h"
 #include "render/text.h"
 #include "render/track_view.h"
@@ -146,6 +147,13 @@ void feed_engine_sounds(GameLoop& g) {
     }
 }
 
+// Once the picture of game over stands still, records are made sure of, with one wait for the disk
+// in a frame.
+void flush_at_rest(GameLoop& g, std::uint32_t now) {
+    if (!g.records_wait || now - g.sim.game_over_tick <= GAME_OVER_FADE_MS) return;
+    g.records_wait = flush_a_step();
+}
+
 } // namespace
 
 GameLoop::GameLoop(SDL_Window* window_, SDL_Renderer* renderer_, Audio& audio_, Fonts const& fonts_,
@@ -193,4 +201,6 @@ void GameLoop::frame() {
     feel_race(rumble, sim, pads, {ai_red, ai_blue}, t2);
     draw_race(*this, picture);
     present_frame(renderer);
+    audio.decode_ahead();
+    flush_at_rest(*this, t2);
 }

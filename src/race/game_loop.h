@@ -13,6 +13,7 @@
 #include "race/race_notices.h"
 #include "race/race_rumble.h"
 #include "race/simulation.h"
+#include "screens/menu_loop.h"
 #include "world/track.h"
 
 #include <array>
@@ -66,6 +67,8 @@ public:
     // Until the next race's own cue: GO, or the practice's start.
     void silence_race_music();
     char const* pick_race_music();
+    // Has the songs that may come next decoded ahead.
+    void expect_music();
     bool rebuild_track_texture();
     void refresh_track_tex();
     void apply_viewports();
@@ -111,6 +114,7 @@ public:
     bool music_enabled = true;
     bool car_sound_enabled = true;
     int music_index = -1;
+    int next_music_index = 0; // what will be picked: the first race of a run has the first song
     bool vsync = true;
     bool show_fps = false;
     double fps = 0.0;
@@ -121,8 +125,10 @@ public:
     double phys_scale;
     KeyBindings keys = builtin_keys();
     std::array<Gamepad, 2> gamepads; // as input.conf names them
+    TitleArt menu_title;             // of the last menu
     Pads pads;                       // those that need no setup, where it names none
     RaceRumble rumble;
+    bool records_wait = false;    // since game over: to be seen reach the disk
     bool rematch_focused = false; // by a pad at game over, else the way to the menu
     std::array<bool, 512> pressed_keys{};
     RaceEvents events; // of the rules just run, until they are reported

@@ -89,6 +89,7 @@ void toggle_music(GameLoop& g) {
 
 void next_song(GameLoop& g) {
     g.audio.load_music(g.pick_race_music());
+    g.expect_music();
     g.sim.music_on = true;
     g.sim.music_start_tick = 0;
     g.apply_music();

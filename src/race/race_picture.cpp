@@ -21,7 +21,6 @@ namespace {
 
 constexpr int OSD_X = 8; // logical pixels
 constexpr int OSD_Y = BAR_HEIGHT + 6;
-constexpr float GAME_OVER_FADE_MS = 2000.0F;
 constexpr std::uint32_t FADE_IN_MS = 600;
 
 // One player's half of the picture, with what it takes from the other half.
@@ -128,7 +127,7 @@ void draw_race(GameLoop& g, RacePicture const& picture) {
     float game_over_fade = 0.0F;
     if (g.sim.game_over) {
         auto const elapsed = static_cast<float>(picture.draw_tick - g.sim.game_over_tick);
-        game_over_fade = std::min(elapsed / GAME_OVER_FADE_MS, 1.0F);
+        game_over_fade = std::min(elapsed / static_cast<float>(GAME_OVER_FADE_MS), 1.0F);
     }
     auto const winner_alpha =
         static_cast<std::uint8_t>(std::roundf((1.0F - game_over_fade) * 255.0F));

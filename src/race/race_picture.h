@@ -9,6 +9,9 @@
 
 class GameLoop;
 
+// Game over comes up for so long; then its picture stands still.
+constexpr std::uint32_t GAME_OVER_FADE_MS = 2000;
+
 // What a frame is drawn from beside the race itself.
 struct RacePicture {
     CarState red; // the cars between the last two steps; only drawing uses them

@@ -16,6 +16,7 @@
 #include "screens/finish_sequence.h"
 #include "screens/intro_screen.h"
 #include "screens/menu_loop.h"
+#include "screens/menu_music.h"
 #include "world/track_file.h"
 
 #include <SDL.h>
@@ -36,6 +37,8 @@ constexpr std::array<char const*, 4> RACE_MUSIC{
     "music/Twin Rivers C64.mp3",
 };
 
+constexpr char const* GAME_OVER_MUSIC = "music/HiScore - Meadow Run Arcade 2.mp3";
+
 // What a menu hands back.
 struct MenuChoice {
     int mode = 0; // 0 practice, 1 race
@@ -46,10 +49,10 @@ struct MenuChoice {
 
 bool run_menu(GameLoop& g, MenuChoice& choice, bool load_music, bool open_help) {
     RaceSwitches switches = g.switches();
-    bool const started = run_menu_screen(g.window, g.renderer, g.audio, g.fullscreen, load_music,
-                                         &choice.mode, &choice.laps, &choice.track, &choice.started,
-                                         &g.sim.p1.name, &g.sim.p2.name, open_help,
-                                         {.pads = &g.pads, .switches = &switches, .keys = &g.keys});
+    bool const started = run_menu_screen(
+        g.window, g.renderer, g.audio, g.fullscreen, load_music, &choice.mode, &choice.laps,
+        &choice.track, &choice.started, &g.sim.p1.name, &g.sim.p2.name, open_help,
+        {.pads = &g.pads, .switches = &switches, .keys = &g.keys, .title = &g.menu_title});
     g.arcade = switches.bumps;
     g.ai_red = switches.computer_red;
     g.ai_blue = switches.computer_blue;
@@ -198,6 +201,7 @@ void GameLoop::initial_setup() {
     audio.car_sound_active = true;
     std::srand(SDL_GetTicks() ^ 0x9e3779b9U);
     music_index = -1;
+    next_music_index = 0;
     audio.music_volume = std::clamp(music_volume, 0.0F, 1.0F);
     finish_seq_load(audio);
     silence_race_music();
@@ -298,15 +302,20 @@ void GameLoop::apply_music() {
 }
 
 char const* GameLoop::pick_race_music() {
-    int const count = static_cast<int>(RACE_MUSIC.size());
-    if (music_index < 0) {
-        music_index = 0; // the first race of a run always has the first song
-    } else {
-        int pick = std::rand() % count;
-        if (pick == music_index) pick = (pick + 1) % count;
-        music_index = pick;
+    music_index = next_music_index;
+    next_music_index = std::rand() % static_cast<int>(RACE_MUSIC.size());
+    if (next_music_index == music_index) {
+        next_music_index = (music_index + 1) % static_cast<int>(RACE_MUSIC.size());
     }
     return RACE_MUSIC.at(static_cast<std::size_t>(music_index));
+}
+
+void GameLoop::expect_music() {
+    std::vector<std::string> songs;
+    if (sim.laps > 0 && !sim.game_over) songs.emplace_back(GAME_OVER_MUSIC);
+    songs.emplace_back(RACE_MUSIC.at(static_cast<std::size_t>(next_music_index)));
+    songs.emplace_back(MENU_MUSIC);
+    audio.expect_music(songs);
 }
 
 void GameLoop::reset_players() {
@@ -325,10 +334,13 @@ void GameLoop::clear_records() {
 }
 
 void GameLoop::restart_race(bool clear, bool keep_music) {
+    records_wait = false;
+    if (!keep_music) flush_replaced_files(); // nobody drives now, and there may be a song to load
     sim.restart(
         clear, keep_music, track, audio, music_volume, [this] { apply_music(); },
         [this] { return pick_race_music(); }, [this] { clear_records(); }, sim.flying_start,
         sim.practice, sim.laps);
+    expect_music();
     // Only now: loading a song may have taken a while, and the beeps start from this moment.
     if (!sim.practice) start_countdown(sim.countdown, SDL_GetTicks());
     start_notices(notices, SDL_GetTicks());
@@ -343,8 +355,9 @@ void GameLoop::silence_race_music() {
 void GameLoop::enter_game_over(std::uint32_t now) {
     sim.beginGameOver(now);
     rematch_focused = false;
-    flush_replaced_files();
-    audio.load_music("music/HiScore - Meadow Run Arcade 2.mp3");
+    records_wait = true;
+    audio.load_music(GAME_OVER_MUSIC);
+    expect_music();
     audio.music_volume = 0.5F;
     sim.music_on = true;
     if (!music_enabled) return;

@@ -38,10 +38,17 @@ std::string neighbour(std::string const& path) {
     return path + "." + std::to_string(now) + std::string(NEIGHBOUR_END);
 }
 
-// The files that this program has replaced and not yet seen reach the disk, each with the neighbour
-// that holds what was there before.
-std::map<std::string, std::string>& waiting_for_disk() {
-    static std::map<std::string, std::string> files;
+// What is to reach the disk next.
+enum class Stage { content, name, old_ones_end, done };
+
+// A file that this program has replaced and not yet seen reach the disk.
+struct Waiting {
+    std::string old; // the neighbour that holds what was there before
+    Stage next = Stage::content;
+};
+
+std::map<std::string, Waiting>& waiting_for_disk() {
+    static std::map<std::string, Waiting> files;
     static int const at_the_end = std::atexit(flush_replaced_files);
     static_cast<void>(at_the_end);
     return files;
@@ -81,7 +88,8 @@ std::string change_places(std::string const& fresh, std::string const& target) {
 // there is none an empty one stands for it: the sign that the new one may be torn.
 bool put_in_place(std::string const& fresh, std::string const& target) {
     auto const known = waiting_for_disk().find(target);
-    if (known != waiting_for_disk().end()) {
+    if (known != waiting_for_disk().end() && known->second.next <= Stage::name) {
+        known->second.next = Stage::content;
         if (!exchange_names(fresh, target)) return take_name(fresh, target);
         remove_file(fresh);
         return true;
@@ -91,11 +99,32 @@ bool put_in_place(std::string const& fresh, std::string const& target) {
     if (is_first && !make_empty(target)) return false;
     std::string const old = change_places(fresh, target);
     if (!old.empty()) {
-        waiting_for_disk()[target] = old;
+        waiting_for_disk()[target] = {.old = old};
     } else if (is_first) {
         remove_file(target);
     }
     return !old.empty();
+}
+
+// One wait for the disk. False if it cannot be reached.
+bool take_step(std::string const& file, Waiting& waiting) {
+    std::error_code ignored;
+    bool const is_gone = !fs::exists(to_path(file), ignored); // somebody wanted it so
+    switch (waiting.next) {
+    case Stage::content:
+        if (!is_gone && !flush_to_disk(file)) return false;
+        waiting.next = Stage::name;
+        return true;
+    case Stage::name:
+        if (!is_gone && !flush_folder_of(file)) return false;
+        remove_file(waiting.old);
+        waiting.next = Stage::old_ones_end;
+        return true;
+    default:
+        flush_folder_of(file); // the old file must not come back beside newer ones
+        waiting.next = Stage::done;
+        return true;
+    }
 }
 
 } // namespace
@@ -125,18 +154,19 @@ std::string failure_reason() {
 }
 
 void flush_replaced_files() {
-    std::map<std::string, std::string> on_disk;
-    for (auto const& [file, old] : waiting_for_disk()) {
-        std::error_code ignored;
-        bool const is_gone = !fs::exists(to_path(file), ignored); // somebody wanted it so
-        if (is_gone || (flush_to_disk(file) && flush_folder_of(file))) on_disk[file] = old;
+    for (auto& [file, waiting] : waiting_for_disk()) {
+        while (waiting.next != Stage::done && take_step(file, waiting)) {
+        }
     }
-    for (auto const& [file, old] : on_disk) {
-        remove_file(old);
-        waiting_for_disk().erase(file);
-    }
-    // The old files must not come back beside newer ones.
-    for (auto const& [file, old] : on_disk) flush_folder_of(file);
+    std::erase_if(waiting_for_disk(),
+                  [](auto const& entry) { return entry.second.next == Stage::done; });
+}
+
+bool flush_a_step() {
+    auto const first = waiting_for_disk().begin();
+    if (first == waiting_for_disk().end() || !take_step(first->first, first->second)) return false;
+    if (first->second.next == Stage::done) waiting_for_disk().erase(first);
+    return !waiting_for_disk().empty();
 }
 
 bool flush_folder_of(std::string const& path) {

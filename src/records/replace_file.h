@@ -24,6 +24,9 @@ std::string failure_reason();
 // Waits until all files replaced so far have reached the disk, then lets their old ones go. To be
 // called where nobody is driving; the end of the program does so, too.
 void flush_replaced_files();
+// A part of that which waits for the disk only once, for where a picture stands still and is shown
+// on. True while there is more to do; false also if the disk fails, for another time.
+bool flush_a_step();
 
 // Has the names in the folder of `path` reach the disk.
 bool flush_folder_of(std::string const& path);

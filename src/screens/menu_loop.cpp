@@ -9,6 +9,7 @@
 #include "screens/menu_render.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -117,6 +118,9 @@ void leave_menu(MenuScreen& menu) {
     SDL_SetRelativeMouseMode(SDL_FALSE);
     menu.audio->music_playing = false;
     release_bg_gradient();
+    if (menu.title == nullptr) return;
+    *menu.title = {std::move(menu.header), menu.header_w, menu.header_h,
+                   std::move(menu.sparkle.points)};
 }
 
 } // namespace
@@ -176,6 +180,7 @@ bool run_menu_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, b
     menu.fullscreen = &fullscreen;
     menu.pads = guests.pads;
     menu.keys = guests.keys;
+    menu.title = guests.title;
     menu.focus_shown = menu.pads != nullptr && menu.pads->in_use();
     if (guests.switches != nullptr) menu.switches.race = *guests.switches;
     if (open_help) menu.screen_phase = ScreenPhase::HELP;

@@ -2,21 +2,32 @@
 
 // The menu: a modal loop that ends when the players launch a track or leave.
 
+#include "base/sdl_handles.h"
 #include "input/key_bindings.h"
 
 #include <SDL.h>
 
 #include <string>
+#include <vector>
 
 class Pads;
 struct Audio;
 struct RaceSwitches;
+
+// The title art, which takes most of the time that it takes to set up a menu.
+struct TitleArt {
+    TextureHandle picture; // null before the first menu
+    int w = 0;             // pixels
+    int h = 0;
+    std::vector<SDL_Point> rim; // where a sparkle may sit
+};
 
 // What else the menu works on; each may be null. The switches are read and written.
 struct MenuGuests {
     Pads* pads = nullptr;
     RaceSwitches* switches = nullptr;
     KeyBindings const* keys = nullptr; // in force; else the built-in ones are
+    TitleArt* title = nullptr;         // kept from one menu to the next
 };
 
 // True if a track was launched; the screen is black then. `load_music` makes the menu start its

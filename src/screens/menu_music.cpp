@@ -3,7 +3,7 @@
 #include "audio/music_fade.h"
 
 void start_menu_music(Audio& audio) {
-    audio.load_music("music/Gallop Over Pine Hills -- game 1.mp3");
+    audio.load_music(MENU_MUSIC);
     audio.music_fade_step = QUICK_FADE_STEP;
     audio.music_playing = true;
 }

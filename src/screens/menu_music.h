@@ -4,4 +4,6 @@
 
 struct Audio;
 
+constexpr char const* MENU_MUSIC = "music/Gallop Over Pine Hills -- game 1.mp3";
+
 void start_menu_music(Audio& audio);

@@ -20,6 +20,7 @@
 #include <string>
 
 struct Audio;
+struct TitleArt;
 
 enum class ScreenPhase { MENU, TO_HELP, HELP, FROM_HELP };
 
@@ -38,6 +39,7 @@ struct MenuScreen {
     bool* fullscreen = nullptr;
     Pads* pads = nullptr; // null where there can be none
     KeyBindings const* keys = nullptr;
+    TitleArt* title = nullptr; // null if it is not kept
 
     // The screen as it was found at the start.
     int W = 0; // logical size

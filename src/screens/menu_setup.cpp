@@ -8,6 +8,7 @@
 #include "render/image.h"
 #include "screens/edge_points.h"
 #include "screens/menu_art.h"
+#include "screens/menu_loop.h"
 #include "screens/menu_music.h"
 #include "screens/menu_screen.h"
 #include "world/track_file.h"
@@ -16,6 +17,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -60,6 +62,15 @@ void report(char const* what) {
 MenuLabel label(MenuScreen const& menu, FontHandle const& font, char const* text,
                 SDL_Color colour = WHITE) {
     return make_label(menu.renderer, menu.menu_scale, font.get(), text, colour);
+}
+
+bool take_kept_header(MenuScreen& menu) {
+    if (menu.title == nullptr || !menu.title->picture) return false;
+    menu.header = std::move(menu.title->picture);
+    menu.header_w = menu.title->w;
+    menu.header_h = menu.title->h;
+    menu.sparkle.points = std::move(menu.title->rim);
+    return true;
 }
 
 void load_header(MenuScreen& menu) {
@@ -223,8 +234,13 @@ void find_tracks(MenuTracks& tracks) {
 void load_sounds(Audio& audio, bool load_music) {
     audio.music_volume = 0.6F;
     if (load_music) start_menu_music(audio);
-    audio.load_sfx(DOOR_SLOT, "sounds/hollowreed-car-door-shut-297266.mp3");
-    audio.load_sfx(ENGINE_SLOT, "sounds/emberworks-car-engine-372477.mp3");
+    // Those of the menu before are still there.
+    if (audio.sfx_samples[DOOR_SLOT].empty()) {
+        audio.load_sfx(DOOR_SLOT, "sounds/hollowreed-car-door-shut-297266.mp3");
+    }
+    if (audio.sfx_samples[ENGINE_SLOT].empty()) {
+        audio.load_sfx(ENGINE_SLOT, "sounds/emberworks-car-engine-372477.mp3");
+    }
 }
 
 void set_mouse_gain(MenuScreen& menu) {
@@ -260,7 +276,7 @@ SwitchPlaces switch_places(MenuScreen const& menu) {
 }
 
 void set_up_menu(MenuScreen& menu, bool load_music) {
-    load_header(menu);
+    if (!take_kept_header(menu)) load_header(menu);
     prepare_sparkles(menu);
     measure_screen(menu);
     make_labels(menu);

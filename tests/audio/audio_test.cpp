@@ -80,6 +80,30 @@ TEST(AudioFiles, ASlotKeepsItsSoundWhenALoadFailsAndMusicDoesNot) {
     EXPECT_TRUE(audio.music_samples.empty());
 }
 
+TEST(AudioFiles, ASongDecodedAheadIsTheSameSong) {
+    Tone const tone(500, 2.0, 9000);
+    Tone const other(700, 2.0, 9000);
+    Samples const whole = decode_mp3_mono(tone.path.c_str(), RATE);
+    for (int calls : {0, 1, 100}) { // not begun, half, whole
+        Audio audio;
+        audio.expect_music({"none.mp3", tone.path, other.path});
+        for (int call = 0; call < calls; ++call) audio.decode_ahead();
+        audio.expect_music({tone.path});
+        if (calls == 100) write_file(tone.path, "not music"); // it is read no more
+        EXPECT_TRUE(audio.load_music(tone.path.c_str()));
+        EXPECT_EQ(audio.music_samples, whole) << calls;
+    }
+    std::filesystem::remove(tone.path);
+    testing::internal::CaptureStderr();
+    Audio audio;
+    audio.expect_music({tone.path});
+    audio.decode_ahead();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "said when it is due";
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(audio.load_music(tone.path.c_str()));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(tone.path));
+}
+
 TEST(AudioDevice, PlaysWhatIsAskedForThroughSdl) {
     TempDir const folder;
     std::string const path = folder.file("played.raw");

@@ -400,7 +400,10 @@ TEST_P(PowerCut, LosesNothingThatWasThereAtTheLastCalmMoment) {
         come_to_rest(log);
         drive(log, 1, 58.0);
         drive(log, 2, 70.25);
+        flush_a_step(); // a rest that is broken off
         drive(log, 1, 57.75);
+        flush_a_step();
+        flush_a_step();
         leave_menu(log, "Ann");
         for (int slot = 3; slot < 16; ++slot) { // a table of several sectors
             log.promises.laps[slot].push_back(40.0 + slot);

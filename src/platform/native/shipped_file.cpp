@@ -6,3 +6,7 @@
 
 ShippedFile::ShippedFile(std::string path) : path_(std::move(path)) {}
 ShippedFile::~ShippedFile() = default;
+
+bool is_at_hand(std::string const& /*path*/) {
+    return true;
+}

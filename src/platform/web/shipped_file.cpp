@@ -15,3 +15,7 @@ ShippedFile::ShippedFile(std::string path)
 ShippedFile::~ShippedFile() {
     release_shipped(path_.c_str());
 }
+
+bool is_at_hand(std::string const& /*path*/) {
+    return false; // and if it was, it has been let go again
+}
