@@ -46,6 +46,25 @@ SurfaceHandle load_source(std::string const& path, int height) {
     });
 }
 
+// Where the thumbnail of this height lies that came with the picture, if one did: beside the folder
+// that the picture really lies in.
+fs::path shipped_thumb(fs::path const& picture, int height) {
+    std::error_code ignored;
+    fs::path const real = fs::canonical(picture, ignored);
+    return real.parent_path().parent_path() / "thumbs" / std::to_string(height) / real.filename();
+}
+
+// That, put into the cache.
+SurfaceHandle take_shipped(fs::path const& source, int height, fs::path const& cache) {
+    fs::path const shipped = shipped_thumb(source, height);
+    SurfaceHandle picture = load_cached(shipped, source, height);
+    if (!picture) return picture;
+    std::error_code ignored;
+    fs::create_directories(cache.parent_path(), ignored);
+    fs::copy_file(shipped, cache, fs::copy_options::overwrite_existing, ignored);
+    return picture;
+}
+
 // A cache that cannot be written costs only time at the next visit.
 void save_to_cache(SDL_Surface* picture, fs::path const& cache) {
     std::error_code ignored;
@@ -74,6 +93,11 @@ int thumb_height(double menu_scale) {
     return std::max(1, static_cast<int>(std::lround(THUMB_HEIGHT * menu_scale)));
 }
 
+bool save_track_thumb(std::string const& path, int height, std::string const& to) {
+    SurfaceHandle const picture = load_source(path, height);
+    return picture && picture->h == height && IMG_SavePNG(picture.get(), to.c_str()) == 0;
+}
+
 bool load_track_thumb(SDL_Renderer* renderer, std::string const& path, int height, double scale,
                       TextureHandle& out, int* w, int* h) {
     out.reset();
@@ -81,6 +105,7 @@ bool load_track_thumb(SDL_Renderer* renderer, std::string const& path, int heigh
     int const wanted = std::max(1, height);
     fs::path const cache = to_path(OWN_PLACE + CACHE_FOLDER) / to_path(path).filename();
     SurfaceHandle picture = load_cached(cache, to_path(path), wanted);
+    if (!picture) picture = take_shipped(to_path(path), wanted, cache);
     if (!picture) {
         picture = load_source(path, wanted);
         if (!picture) return false;

@@ -2,8 +2,9 @@
 
 // The menu's small pictures of the tracks. Reducing a track's picture takes time, so the reduced
 // one is kept in a cache folder under the working directory and made again only when the source
-// is newer or the display needs another height. Tracks are known here by their slot, the digit
-// that their file name begins with.
+// is newer or the display needs another height. The game's own tracks come with pictures reduced
+// for common displays, in thumbs/HEIGHT/ beside tracks/, which go into the cache as they are.
+// Tracks are known here by their slot, the digit that their file name begins with.
 
 #include "records/best_laps.h"
 #include "screens/menu_label.h"
@@ -43,6 +44,10 @@ int thumb_height(double menu_scale);
 // False, with `out` empty and both sizes 0, if the picture does not load.
 bool load_track_thumb(SDL_Renderer* renderer, std::string const& path, int height, double scale,
                       TextureHandle& out, int* w, int* h);
+
+// Writes the picture at `path`, reduced to `height` as for the cache, to the file `to`. False if it
+// is not that high, or one of the two files fails.
+bool save_track_thumb(std::string const& path, int height, std::string const& to);
 
 // Makes the entry of a slot from its picture, in place of what `thumb` was. The result is that of
 // load_track_thumb; the labels come in any case.

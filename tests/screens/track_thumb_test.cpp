@@ -71,6 +71,35 @@ TEST_F(Thumbs, ReduceOnceAndThenComeFromTheCache) {
     EXPECT_EQ(shown().g, 255);
 }
 
+TEST_F(Thumbs, ComeWithThePictureForCommonHeights) {
+    save_picture("real.png", 80, 40, RED);
+    fs::create_directories("game/tracks");
+    fs::create_directories("game/thumbs/20");
+    fs::rename("real.png", "game/tracks/1_real.png");
+    fs::create_symlink("../game/tracks/1_real.png",
+                       "tracks/1_a.png"); // as in a player's own folder
+    ASSERT_TRUE(save_track_thumb("tracks/1_a.png", 20, "made.png"));
+    EXPECT_FALSE(save_track_thumb("tracks/1_a.png", 41, "higher.png"));
+    ASSERT_TRUE(load(20));
+    EXPECT_EQ(read_file("made.png"), read_file(".cache/thumbs/1_a.png"));
+    fs::remove_all(".cache");
+    save_picture("game/thumbs/20/1_real.png", 40, 20, GREEN);
+    for (int visit = 0; visit < 2; ++visit) {
+        ASSERT_TRUE(load(20));
+        EXPECT_EQ(shown().g, 255);
+        EXPECT_EQ(cached_height(), 20);
+        fs::remove_all("game/thumbs"); // the second time it comes from the cache
+    }
+    ASSERT_TRUE(load(30));
+    EXPECT_LT(shown().g, 50) << "none of that height";
+    fs::create_directories("game/thumbs/20");
+    save_picture("game/thumbs/20/1_real.png", 40, 20, GREEN);
+    fs::last_write_time("game/tracks/1_real.png",
+                        fs::last_write_time("game/thumbs/20/1_real.png") + std::chrono::seconds(5));
+    ASSERT_TRUE(load(20));
+    EXPECT_LT(shown().g, 50) << "a newer picture";
+}
+
 TEST_F(Thumbs, AreMadeAnewWhenTheCacheIsStaleBrokenOrOfAnotherHeight) {
     save_picture("tracks/1_a.png", 80, 40, RED);
     fs::create_directories(".cache/thumbs");
