@@ -26,6 +26,11 @@ constexpr char const* STOPPED = "stopped";
 constexpr std::array<char const*, 3> RECORDS{"", "personal best", "lap record"};
 constexpr char const* REMATCH = "press BACKSPACE for a rematch";
 
+// On the menu.
+constexpr char const* PICTURE_FAILED = "The picture of %s failed to load";
+constexpr char const* NO_TRACKS =
+    "No track has a picture here. Tracks belong into this folder, as 1_Name.trk and 1_Name.png:";
+
 // The ghost's times: ahead is less.
 constexpr char const* GHOST_GAP = "%+.2f";
 constexpr char const* GHOST_SPLIT = "%d/4  %+.3f";
@@ -42,6 +47,7 @@ constexpr char const* TRACK_GRID = "Track Grid";
 constexpr char const* NO_PICTURE = "No Picture of this Track";
 constexpr char const* NO_TRACK = "No Track in Slot %d";
 constexpr char const* TRACK_FAILED = "Track %d failed to load";
+constexpr char const* NAMED_TRACK_FAILED = "%s failed to load";
 constexpr std::array<char const*, 2> PAD_LOST{"Red's Pad is lost", "Blue's Pad is lost"};
 constexpr char const* RECORD_LOST = "Record not saved: %s";
 constexpr char const* GHOST_LOST = "Ghost not saved: %s";

@@ -91,7 +91,8 @@ public:
     int shown_w = 0;
     int shown_h = 0;
     std::string track_path;
-    int track_slot = 0; // 1..9, 0 for none: records are only kept for a slot
+    std::string failed_track; // the name of one that should have been loaded last; empty for none
+    int track_slot = 0;       // 1..9, 0 for none: records are only kept for a slot
     std::array<std::string, 10> track_files;
     bool arcade; // these three: first by the command line, then by the menu's switches
     bool ai_red;

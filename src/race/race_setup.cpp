@@ -8,6 +8,7 @@
 #include "records/best_laps.h"
 #include "records/ghost_sprite.h"
 #include "records/ghost_trace.h"
+#include "records/printed.h"
 #include "records/replace_file.h"
 #include "render/car_sprite.h"
 #include "render/image.h"
@@ -29,6 +30,7 @@
 namespace {
 
 constexpr double GAME_OVER_FADE_S = 2.0;
+constexpr std::uint32_t FAILURE_SHOWS_MS = 4000; // loading and the fade from black are part of it
 
 constexpr std::array<char const*, 4> RACE_MUSIC{
     "music/Gallop Over Pine Hills -- game 2.mp3",
@@ -49,10 +51,14 @@ struct MenuChoice {
 
 bool run_menu(GameLoop& g, MenuChoice& choice, bool load_music, bool open_help) {
     RaceSwitches switches = g.switches();
-    bool const started = run_menu_screen(
-        g.window, g.renderer, g.audio, g.fullscreen, load_music, &choice.mode, &choice.laps,
-        &choice.track, &choice.started, &g.sim.p1.name, &g.sim.p2.name, open_help,
-        {.pads = &g.pads, .switches = &switches, .keys = &g.keys, .title = &g.menu_title});
+    bool const started = run_menu_screen(g.window, g.renderer, g.audio, g.fullscreen, load_music,
+                                         &choice.mode, &choice.laps, &choice.track, &choice.started,
+                                         &g.sim.p1.name, &g.sim.p2.name, open_help,
+                                         {.pads = &g.pads,
+                                          .switches = &switches,
+                                          .keys = &g.keys,
+                                          .failed_track = g.failed_track,
+                                          .title = &g.menu_title});
     g.arcade = switches.bumps;
     g.ai_red = switches.computer_red;
     g.ai_blue = switches.computer_blue;
@@ -62,14 +68,23 @@ bool run_menu(GameLoop& g, MenuChoice& choice, bool load_music, bool open_help) 
     return started;
 }
 
+// A track that fails to load leaves the old one in place, and is named.
+bool load_or_tell(GameLoop& g, std::string const& path) {
+    if (g.load_into(path)) return true;
+    g.failed_track = track_name_from_path(path);
+    std::string const words = printed(texts::NAMED_TRACK_FAILED, g.failed_track.c_str());
+    g.show_toast(words.c_str(), FAILURE_SHOWS_MS);
+    return false;
+}
+
 void apply_choice(GameLoop& g, MenuChoice const& choice) {
     g.sim.flying_start = choice.mode == 0;
     g.sim.practice = choice.mode == 0;
     g.sim.laps = choice.mode == 1 ? choice.laps : 0;
+    g.failed_track.clear();
     if (choice.track < 1 || choice.track > 9) return;
     std::string const path = g.track_files.at(static_cast<std::size_t>(choice.track));
-    // A track that fails to load leaves the old one in place.
-    if (!path.empty() && path != g.track_path) g.load_into(path);
+    if (!path.empty() && path != g.track_path) load_or_tell(g, path);
 }
 
 // The drawing scale of a new track, before its texture has been tried.
@@ -89,11 +104,11 @@ void use_default_track(GameLoop& g) {
 void load_first_track(GameLoop& g) {
     if (g.opt_track != 0) {
         std::string const wanted = g.track_files.at(static_cast<std::size_t>(g.opt_track));
-        if (!wanted.empty() && g.load_into(wanted)) return;
+        if (!wanted.empty() && load_or_tell(g, wanted)) return;
         std::fprintf(stderr, "track %d not found, picking default\n", g.opt_track);
     }
     for (std::string const& path : g.track_files) {
-        if (!path.empty() && g.load_into(path)) return;
+        if (!path.empty() && load_or_tell(g, path)) return;
     }
     use_default_track(g);
 }

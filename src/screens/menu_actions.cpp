@@ -99,7 +99,12 @@ void type_text(MenuScreen& menu, char const* text, unsigned now) {
 }
 
 void show_note(MenuScreen& menu, char const* text, unsigned now) {
-    menu.note.label =
-        make_label(menu.renderer, menu.menu_scale, menu.small_font.get(), text, WHITE);
+    menu.note.text = text;
     menu.note.until = now + NOTE_MS;
+    make_note_label(menu);
+}
+
+void make_note_label(MenuScreen& menu) {
+    menu.note.label = make_label(menu.renderer, menu.menu_scale, menu.small_font.get(),
+                                 menu.note.text.c_str(), WHITE);
 }

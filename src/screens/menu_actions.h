@@ -24,6 +24,8 @@ void type_text(MenuScreen& menu, char const* text, unsigned now);
 
 // A line that stands on the menu for a while.
 void show_note(MenuScreen& menu, char const* text, unsigned now);
+// Its label for the output's size.
+void make_note_label(MenuScreen& menu);
 
 // A press of a pad, in the menu and on the help screen.
 void handle_menu_pad(MenuScreen& menu, PadPress const& press, unsigned now);

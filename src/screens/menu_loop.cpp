@@ -7,6 +7,7 @@
 #include "screens/menu_actions.h"
 #include "screens/menu_drawing.h"
 #include "screens/menu_render.h"
+#include "screens/menu_track_notes.h"
 
 #include <algorithm>
 #include <utility>
@@ -31,6 +32,7 @@ void draw_more(MenuScreen& menu, SDL_Rect const& view, unsigned now) {
         draw_switches(menu.renderer, menu.switches, switch_places(menu),
                       menu.pads != nullptr && menu.pads->rumble_on);
     }
+    if (menu.header) draw_no_tracks_label(menu, view);
     draw_note(menu.renderer, menu.switches, menu.note, view, now);
     if (menu.letters.open) {
         SDL_Color const edge = menu.names.focus == 0 ? RED_NAME : BLUE_NAME;
@@ -185,6 +187,7 @@ bool run_menu_screen(SDL_Window* window, SDL_Renderer* renderer, Audio& audio, b
     if (guests.switches != nullptr) menu.switches.race = *guests.switches;
     if (open_help) menu.screen_phase = ScreenPhase::HELP;
     set_up_menu(menu, load_music);
+    note_failed_track(menu, guests.failed_track, menu.tracks.failed_picture, SDL_GetTicks());
     SDL_AddEventWatch(hear_text_with_shift, &menu);
     do {
         menu_frame(menu);

@@ -27,6 +27,7 @@ struct MenuGuests {
     Pads* pads = nullptr;
     RaceSwitches* switches = nullptr;
     KeyBindings const* keys = nullptr; // in force; else the built-in ones are
+    std::string failed_track;          // the name of one that was launched and failed to load
     TitleArt* title = nullptr;         // kept from one menu to the next
 };
 

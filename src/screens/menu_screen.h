@@ -16,6 +16,7 @@
 
 #include <SDL.h>
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -67,6 +68,7 @@ struct MenuScreen {
     GameMode mode;
     PlayerNames names;
     MenuTracks tracks;
+    std::array<MenuLabel, 2> no_tracks; // where they belong, if there are none
     StartButton start;
     MenuCursor cursor;
     KeyboardTex help_page;

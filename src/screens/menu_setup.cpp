@@ -7,10 +7,12 @@
 #include "render/colors.h"
 #include "render/image.h"
 #include "screens/edge_points.h"
+#include "screens/menu_actions.h"
 #include "screens/menu_art.h"
 #include "screens/menu_loop.h"
 #include "screens/menu_music.h"
 #include "screens/menu_screen.h"
+#include "screens/menu_track_notes.h"
 #include "world/track_file.h"
 
 #include <algorithm>
@@ -191,6 +193,7 @@ void load_start_button(MenuScreen& menu) {
 
 void make_thumbnails(MenuScreen& menu) {
     menu.tracks.thumbs.clear();
+    menu.tracks.failed_picture.clear();
     menu.small_font = open_font(SMALL_FONT, menu.menu_scale);
     if (menu.small_font) TTF_SetFontKerning(menu.small_font.get(), 1);
     auto const pictures = discover_track_pngs();
@@ -202,8 +205,10 @@ void make_thumbnails(MenuScreen& menu) {
             menu.tracks.thumbs.push_back(std::move(thumb));
         } else {
             report(("track thumbnail " + picture).c_str());
+            menu.tracks.failed_picture = track_name_from_path(picture);
         }
     }
+    make_no_tracks_label(menu);
 }
 
 void make_switches(MenuScreen& menu) {
@@ -309,6 +314,7 @@ void fit_menu(MenuScreen& menu, unsigned now) {
     make_thumbnails(menu);
     make_extra_thumbnail(menu);
     make_switches(menu);
+    make_note_label(menu);
     load_start_button(menu);
     if (menu.letters.open) {
         open_letter_grid(menu.letters, menu.renderer, menu.menu_scale, menu.mode_font.get(),

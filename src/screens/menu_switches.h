@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 enum class Switch : std::uint8_t { Bumps, Rumble, ComputerRed, ComputerBlue };
 inline constexpr std::array ALL_SWITCHES{Switch::Bumps, Switch::Rumble, Switch::ComputerRed,
@@ -17,6 +18,7 @@ inline constexpr std::array ALL_SWITCHES{Switch::Bumps, Switch::Rumble, Switch::
 
 // A line that stands on the menu until a tick of SDL_GetTicks.
 struct MenuNote {
+    std::string text;
     MenuLabel label;
     std::uint32_t until = 0;
 };

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <string>
 #include <vector>
 
 // Ticks are SDL_GetTicks milliseconds, 0 for none.
@@ -25,6 +26,7 @@ struct MenuTracks {
     bool swapping = false;          // it took the place of another one
     std::array<SDL_Rect, ROW_SLOTS> from_rects{}; // where the row stood before that
     std::array<bool, 10> has_track{};             // by slot: there is a track file
+    std::string failed_picture;                   // the name of a track whose thumbnail failed
     bool have_best = false;                       // the best laps could be read
     std::map<int, BestLap> best;                  // by slot
 };

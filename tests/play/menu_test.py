@@ -4,7 +4,7 @@ import os
 import unittest
 
 from robot import GAME_DIR, Game, menu_of, near, shows
-from tracks import open_field, png, ring
+from tracks import open_field, png, ring, track
 
 PINK, GREEN, YELLOW, KEY_CAP = (250, 60, 200), (60, 250, 60), (255, 215, 70), (46, 64, 108)
 FIELD = {"tracks/1_field.trk": open_field(), "tracks/1_field.png": png(PINK, 200, 150),
@@ -181,6 +181,22 @@ class Menu(unittest.TestCase):
             for thing in ("car art red2", "car art blue2", "menu header image",
                           "cursor art/mouse2b.png", "start button art/start_racing4.png"):
                 self.assertTrue(any(e.startswith(thing + ": ") for e in game.errors), thing)
+
+    def test_failed_tracks_are_named_and_none_are_asked_for(self):
+        def gold(rect):
+            return lambda p: p.count(rect, near((255, 215, 80), 40)) > 40
+
+        with Game("-menu", without=("tracks",)) as game:
+            game.wait_picture(gold((480, 556, 320, 30)))
+        files = {"tracks/1_a.trk": track(300, 200), "tracks/1_a.png": png(PINK),
+                 "tracks/2_b.trk": b"5 5\n", "tracks/2_b.png": png(GREEN)}
+        with Game("-menu", without=("tracks",), files=files) as game:
+            game.wait_picture(lambda p: p.pixel(640, 710)[2] > 60)
+            game.press("2", "Return")
+            game.wait_race()
+            game.wait_picture(gold((400, 180, 480, 80)))  # it is named there, and on the menu
+            game.press("Escape")
+            game.wait_picture(gold((560, 382, 160, 22)))
 
 
 if __name__ == "__main__":
