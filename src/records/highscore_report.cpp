@@ -8,6 +8,7 @@
 #include "records/miniature.h"
 #include "records/pdf.h"
 #include "records/printed.h"
+#include "render/second_face.h"
 #include "world/track_file.h"
 
 #include <SDL_image.h>
@@ -26,6 +27,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int JPEG_QUALITY = 90;
+constexpr char const* WINANSI_DASH = "\x97";
 
 // The page, in points from its lower left corner.
 constexpr double PAGE_CENTRE = 297.5;
@@ -134,8 +136,9 @@ std::string today() {
 std::string centred(Pdf const& pdf, double centre, double y, std::string const& text, double size,
                     bool bold) {
     double const factor = bold ? BOLD_WIDTH : REGULAR_WIDTH;
-    double const x = centre - static_cast<double>(text.size()) * size * factor * 0.5;
-    return pdf.text_cmd(x, y, text, size, bold);
+    double const width =
+        pdf.width_in_letters(text, size).value_or(static_cast<double>(text.size()) * size * factor);
+    return pdf.text_cmd(centre - width * 0.5, y, text, size, bold);
 }
 
 // Places the picture below the card's title; returns the height of its bottom edge.
@@ -167,10 +170,14 @@ std::string card_commands(Pdf const& pdf, Card const& card, std::size_t place) {
            centred(pdf, centre, baseline - 15.0, printed("%.3f s", card.seconds), 13.0, false);
 }
 
+std::string heading_of(std::string const& name, char const* dash) {
+    return name + " " + dash + " Brindle Run High Scores";
+}
+
 void add_report_page(Pdf& pdf, std::string const& name, std::string const& date,
                      std::span<Card const> cards) {
-    constexpr char const* DASH = "\x97"; // an em dash in WinAnsi
-    std::string const heading = name + " " + DASH + " Brindle Run High Scores";
+    bool const in_letters = pdf.width_in_letters(name, 1.0).has_value();
+    std::string const heading = heading_of(name, in_letters ? "\u2014" : WINANSI_DASH);
     std::string commands = centred(pdf, PAGE_CENTRE, 792.0, heading, 20.0, true);
     commands += centred(pdf, PAGE_CENTRE, 776.0, "best lap times  " + date, 10.0, false);
     std::vector<int> images;
@@ -183,10 +190,13 @@ void add_report_page(Pdf& pdf, std::string const& name, std::string const& date,
 
 Pdf lay_out(std::string const& name, std::span<Card> cards) {
     Pdf pdf;
+    std::vector<std::string> texts{heading_of(name, "\u2014")};
     for (Card& card : cards) {
+        texts.push_back(card.title);
         if (card.jpeg.empty()) continue;
         card.image_obj = pdf.add_image(card.jpeg, card.jpeg_w, card.jpeg_h);
     }
+    pdf.add_letters(SECOND_FACE, texts);
     std::string const date = today();
     for (std::size_t first = 0; first < cards.size(); first += CARDS_PER_PAGE) {
         std::size_t const count = std::min(CARDS_PER_PAGE, cards.size() - first);

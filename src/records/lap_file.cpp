@@ -1,5 +1,6 @@
 #include "records/lap_file.h"
 
+#include "records/deflated.h"
 #include "records/printed.h"
 #include "world/car_physics.h"
 
@@ -144,17 +145,6 @@ std::optional<std::vector<CarState>> decode(std::string const& body, std::size_t
     }
     if (given != body.size()) return std::nullopt;
     return frames;
-}
-
-std::optional<std::string> deflated(std::string const& text) {
-    auto const length = static_cast<uLong>(text.size());
-    uLongf size = compressBound(length);
-    std::string packed(size, '\0');
-    auto const* from = reinterpret_cast<Bytef const*>(text.data());
-    auto* to = reinterpret_cast<Bytef*>(packed.data());
-    if (compress2(to, &size, from, length, Z_BEST_COMPRESSION) != Z_OK) return std::nullopt;
-    packed.resize(size);
-    return packed;
 }
 
 // Never more than `size` bytes, whatever `packed` would unfold to.

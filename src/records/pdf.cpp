@@ -61,20 +61,39 @@ int Pdf::add_image(std::span<std::uint8_t const> jpeg, int width, int height) {
     return add(stream_body(dictionary, {reinterpret_cast<char const*>(jpeg.data()), jpeg.size()}));
 }
 
+void Pdf::add_letters(std::string const& face_file, std::vector<std::string> const& texts) {
+    PdfLetters letters(face_file, texts);
+    if (!letters.wanted()) return;
+    letters_font_ = static_cast<int>(objs.size()) + 1;
+    for (std::string& body : letters.objects(letters_font_)) add(std::move(body));
+    letters_ = std::move(letters);
+}
+
+std::optional<double> Pdf::width_in_letters(std::string const& text, double size) const {
+    if (!letters_ || !letters_->wanted_for(text)) return std::nullopt;
+    return letters_->width(text) * size / 1000.0;
+}
+
 int Pdf::add_page(std::string const& commands, std::vector<int> const& images) {
     int const contents =
         add(stream_body("<< /Length " + std::to_string(commands.size()) + " >>", commands));
     std::string shown;
     for (int const image : images) shown += printed("/Im%d %d 0 R ", image, image);
-    pages_.push_back(add(printed("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 %.0f %.0f] "
-                                 "/Resources << /Font << /F1 3 0 R /F2 4 0 R >> "
-                                 "/XObject << %s>> >> /Contents %d 0 R >>",
-                                 PDF_PAGE_WIDTH, PDF_PAGE_HEIGHT, shown.c_str(), contents)));
+    std::string const third = letters_ ? printed("/F3 %d 0 R ", letters_font_) : "";
+    pages_.push_back(
+        add(printed("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 %.0f %.0f] "
+                    "/Resources << /Font << /F1 3 0 R /F2 4 0 R %s>> "
+                    "/XObject << %s>> >> /Contents %d 0 R >>",
+                    PDF_PAGE_WIDTH, PDF_PAGE_HEIGHT, third.c_str(), shown.c_str(), contents)));
     return pages_.back();
 }
 
 std::string Pdf::text_cmd(double x, double y, std::string const& text, double size,
                           bool bold) const {
+    if (letters_ && letters_->wanted_for(text)) {
+        return printed("BT /F3 %.2f Tf %.2f %.2f Td %s Tj ET\n", size, x, y,
+                       letters_->operand(text).c_str());
+    }
     return printed("BT /%s %.2f Tf %.2f %.2f Td (", bold ? "F2" : "F1", size, x, y) +
            esc_pdf_text(text) + ") Tj ET\n";
 }

@@ -1,10 +1,13 @@
 #pragma once
 
-// A writer of PDF 1.4 files with A4 pages, text in two fonts and JPEG pictures: a list of object
-// bodies, framed with numbers, a cross-reference table and a trailer when it is written. Positions
-// are in points from the page's lower left corner.
+// A writer of PDF 1.4 files with A4 pages, text in two fonts, with a third for letters that these
+// lack, and JPEG pictures: a list of object bodies, framed with numbers, a cross-reference table
+// and a trailer when it is written. Positions are in points from the page's lower left corner.
+
+#include "records/pdf_letters.h"
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -29,6 +32,14 @@ public:
     int add_image(std::span<std::uint8_t const> jpeg, int width, int height);
     int add_page(std::string const& commands, std::vector<int> const& images);
 
+    // Those of `texts` that hold letters which the two fonts lack will be shown in the face of this
+    // file. To be called once, before the first page.
+    void add_letters(std::string const& face_file, std::vector<std::string> const& texts);
+    // The width in points of a text that is shown in that face; nothing for any other, as there are
+    // no measures of the two fonts here.
+    [[nodiscard]] std::optional<double> width_in_letters(std::string const& text,
+                                                         double size) const;
+
     // The commands of a page.
     [[nodiscard]] std::string text_cmd(double x, double y, std::string const& text, double size,
                                        bool bold) const;
@@ -44,4 +55,6 @@ private:
     void fill_tree();
 
     std::vector<int> pages_; // object numbers
+    std::optional<PdfLetters> letters_;
+    int letters_font_ = 0; // object number
 };

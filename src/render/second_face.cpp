@@ -1,5 +1,7 @@
 #include "render/second_face.h"
 
+#include "base/utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -9,7 +11,6 @@
 
 namespace {
 
-constexpr char const* SECOND_FACE = "art/fonts/DejaVuSans-Bold.ttf";
 constexpr double SIZE_TO_HEIGHT = 0.75; // of the first face's line, so that letters are as high
 
 struct OpenedFace {
@@ -32,23 +33,6 @@ TTF_Font* second_face(TTF_Font* first) {
     if (place.font != nullptr) TTF_CloseFont(place.font);
     place = {size, TTF_OpenFont(SECOND_FACE, size)};
     return place.font;
-}
-
-// Length in bytes of the code point at the beginning of `text`, which is not empty, and the code
-// point itself, 0 for bytes that are none.
-std::size_t first_code_point(std::string_view text, std::uint32_t& code) {
-    auto const lead = static_cast<unsigned char>(text[0]);
-    std::size_t const length = lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    code = length == 1 ? lead : lead & (0x7FU >> length);
-    if (lead >= 0xF8 || (length == 1 && lead >= 0x80)) code = 0;
-    for (std::size_t at = 1; at < length; ++at) {
-        if (at == text.size() || (static_cast<unsigned char>(text[at]) & 0xC0U) != 0x80U) {
-            code = 0;
-            return at;
-        }
-        if (code != 0) code = (code << 6U) | (static_cast<unsigned char>(text[at]) & 0x3FU);
-    }
-    return length;
 }
 
 // Bytes that are no text are left to the first face.

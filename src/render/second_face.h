@@ -6,6 +6,8 @@
 
 #include "base/sdl_handles.h"
 
+constexpr char const* SECOND_FACE = "art/fonts/DejaVuSans-Bold.ttf";
+
 // The text as a surface with alpha; null for a failure, silently.
 SurfaceHandle render_in_faces(TTF_Font* font, char const* text, SDL_Color color);
 // Its size in pixels; false on failure. Either may be null.

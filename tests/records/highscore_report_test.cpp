@@ -158,6 +158,35 @@ TEST_F(Report, PrintsNamesAsTheyAreAndNeedsNoTrackFolder) {
     EXPECT_THAT(words, HasSubstr("9.000 s"));
 }
 
+TEST_F(Report, ShowsGreekAndCyrillicInAFaceOfItsOwn) {
+    std::string const name = "Ζωή Ёжик";
+    write_file(pref_path("best_lap_times.txt"), "[" + name + "]\n1: 9\n2: 8\n");
+    lay_track("2_Пример_α");
+    fs::create_directories("art/fonts");
+    std::string const face = read_file("/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf");
+    ASSERT_FALSE(face.empty());
+    write_file("art/fonts/DejaVuSans-Bold.ttf", face);
+    EXPECT_THAT(write_report(name), HasSubstr("Wrote out.pdf"));
+    expect_valid();
+    EXPECT_THAT(text(1), HasSubstr(name + " — Brindle Run High Scores"));
+    EXPECT_THAT(text(1), testing::ContainsRegex("Track 1 +Пример α"));
+    EXPECT_THAT(output_of("pdffonts out.pdf"),
+                testing::ContainsRegex("CID TrueType +Identity-H +yes yes yes"));
+    EXPECT_LT(fs::file_size("out.pdf"), 60'000U) << "a part of the face";
+    // Ink on a line through the heading, as poppler draws it.
+    SurfaceHandle const page = draw(1);
+    int ink = 0;
+    for (int x = 100; x < 500; ++x) ink += surface_pixel(page.get(), x, 842 - 797).r < 128 ? 1 : 0;
+    EXPECT_GT(ink, 60);
+    EXPECT_LT(ink, 300);
+    // A damaged face shows what it can, and the document stays one.
+    for (std::size_t cut : {0UL, 100UL, 20'000UL, 300'000UL, 600'000UL}) {
+        write_file("art/fonts/DejaVuSans-Bold.ttf", face.substr(0, cut));
+        EXPECT_THAT(write_report(name), HasSubstr("Wrote out.pdf"));
+        expect_valid();
+    }
+}
+
 TEST_F(Report, SaysWhyThereIsNone) {
     write_file(pref_path("best_lap_times.txt"), "[Ann]\n1: 4\n[Bob]\n0: 4\n10: 5\n-1: 2\n");
     EXPECT_EQ(write_report("ann", false), "highscore-pdf: no recorded times for player \"ann\"\n");
