@@ -4,7 +4,10 @@
 // the accelerated renderer where SDL finds one, else on the software renderer; BENCH_RENDERER names
 // another ("software").
 
+#include "race/ghost_gap.h"
+#include "race/headless_race.h"
 #include "render/hud.h"
+#include "render/notices.h"
 #include "render/overlays.h"
 #include "render/text.h"
 #include "render/track_view.h"
@@ -29,6 +32,8 @@ constexpr int HEIGHT = 720;
 constexpr int TRACK_WIDTH = 2800; // cells: a large course, one pixel each
 constexpr int TRACK_HEIGHT = 1900;
 constexpr std::size_t FULL_QUEUE = 4096;
+
+constexpr int GAPS_A_ROUND = 50; // one alone is too short to be timed
 
 enum class Headings { Steady, Spinning };
 
@@ -245,5 +250,58 @@ void winner_words_only(benchmark::State& state) {
     });
 }
 BENCHMARK(winner_words_only)->UseManualTime();
+
+// The computer's best lap of the built-in course as the ghost, which a car follows.
+class GhostChase {
+public:
+    GhostChase() {
+        int const drawn_at = PIXELS_PER_CELL; // how far apart the cars start hangs on it
+        PIXELS_PER_CELL = 8;
+        headless_start(race_, make_default_track(), {.ai_blue = false, .laps = 2});
+        headless_run(race_, 200.0);
+        set_ghost(gap_, race_.track, lap(), race_.sim.p1.best_trace_substeps);
+        PIXELS_PER_CELL = drawn_at;
+    }
+    void update() {
+        at_ = (at_ + 16) % lap().size();
+        if (at_ < 16) start_gap(gap_);
+        update_gap(gap_, race_.track, lap()[at_], static_cast<double>(at_) + 730.0, SDL_GetTicks());
+    }
+
+private:
+    [[nodiscard]] std::vector<CarState> const& lap() const { return race_.sim.p1.best_trace; }
+
+    HeadlessRace race_;
+    GhostGap gap_;
+    std::size_t at_ = 0;
+};
+
+// What the gap to the ghost adds to a frame, in both views: "share" is the part of a frame's CPU
+// time, all threads together.
+void gap_to_the_ghost(benchmark::State& state) {
+    GhostChase chase;
+    race().fill_queues(200, Headings::Steady);
+    std::vector<Cost> gaps;
+    std::vector<Cost> frames;
+    auto const gap = [&] {
+        for (Player const* player : {&race().red, &race().blue}) {
+            chase.update();
+            render_ghost_gap(race().renderer, player->view.viewport, race().fonts, 0, "+0.73",
+                             false);
+        }
+    };
+    for (auto _ : state) {
+        frames.push_back(cost_of([] { race().frame(); }));
+        gaps.push_back(cost_of([&] {
+            for (int i = 0; i < GAPS_A_ROUND; ++i) gap();
+        }));
+        state.SetIterationTime(gaps.back().wall / GAPS_A_ROUND);
+    }
+    double const gap_cpu = median(gaps, &Cost::cpu) / GAPS_A_ROUND;
+    state.counters["cpu_us"] = gap_cpu * 1e6;
+    state.counters["frame_cpu_us"] = median(frames, &Cost::cpu) * 1e6;
+    state.counters["share"] = gap_cpu / median(frames, &Cost::cpu);
+}
+BENCHMARK(gap_to_the_ghost)->UseManualTime()->Iterations(200);
 
 } // namespace

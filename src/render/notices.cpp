@@ -46,10 +46,8 @@ int width_of(Fonts const& fonts, TTF_Font* font, char const* text) {
 
 void draw_line(SDL_Renderer* renderer, Fonts const& fonts, Line const& line, int x, int y) {
     if (line.alpha == 0) return;
-    double const scale = text_scale(fonts);
-    draw_ttf(renderer, line.font, scale, line.text, x + 2, y + 2, BLACK, nullptr, nullptr,
-             shadow(line.alpha));
-    draw_ttf(renderer, line.font, scale, line.text, x, y, line.color, nullptr, nullptr, line.alpha);
+    draw_with_shadow(renderer, line.font, text_scale(fonts), line.text, x, y, line.color,
+                     line.alpha, shadow(line.alpha));
 }
 
 // In the middle of `rect` from left to right, its own middle at `share` of the height.

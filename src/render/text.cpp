@@ -13,6 +13,8 @@
 
 namespace {
 
+constexpr int SHADOW_OFFSET = 2; // logical pixels right and down
+
 constexpr int EMBOSS_SHADOW_ALPHA = 110;
 
 // The slope of a letter's rim at a pixel, in 255ths: positive where it faces the light at the upper
@@ -116,6 +118,21 @@ void draw_ttf(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* 
     SDL_RenderCopy(renderer, line.tex.get(), nullptr, &place);
     if (out_w != nullptr) *out_w = place.w;
     if (out_h != nullptr) *out_h = place.h;
+}
+
+void draw_with_shadow(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,
+                      int y, SDL_Color color, std::uint8_t alpha, std::uint8_t shadow_alpha) {
+    RenderedText const line = render_text(renderer, font, text, WHITE);
+    if (!line.tex) return;
+    SDL_Rect const place = {x, y, to_logical(line.w, scale), to_logical(line.h, scale)};
+    SDL_Texture* const texture = line.tex.get();
+    SDL_SetTextureBlendMode(texture, SDL_BLENDMODE_BLEND);
+    SDL_SetTextureColorMod(texture, 0, 0, 0);
+    SDL_SetTextureAlphaMod(texture, shadow_alpha);
+    copy_at(renderer, texture, place, SHADOW_OFFSET, SHADOW_OFFSET);
+    SDL_SetTextureColorMod(texture, color.r, color.g, color.b);
+    SDL_SetTextureAlphaMod(texture, alpha);
+    copy_at(renderer, texture, place, 0, 0);
 }
 
 void draw_embossed(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,

@@ -29,6 +29,10 @@ bool measure_text(TTF_Font* font, double scale, char const* text, int* w, int* h
 void draw_ttf(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x, int y,
               SDL_Color color, int* out_w, int* out_h, std::uint8_t alpha);
 
+// The same over a black shadow two logical pixels right and down of it, from one rendering.
+void draw_with_shadow(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,
+                      int y, SDL_Color color, std::uint8_t alpha, std::uint8_t shadow_alpha);
+
 // Big words that look cut out of metal: bevel, black outline, drop shadow. (x, y) is the corner of
 // the letters; outline and shadow lie around it.
 void draw_embossed(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,
