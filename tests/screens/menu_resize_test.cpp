@@ -48,7 +48,7 @@ protected:
         SDL_RenderSetLogicalSize(renderer_, 1280, 720);
     }
 
-    void open_menu(MenuScreen& menu) {
+    void open_menu(MenuScreen& menu, ScreenPhase phase) {
         menu.window = window_;
         menu.renderer = renderer_;
         menu.audio = &audio_;
@@ -65,6 +65,7 @@ protected:
         menu.start.shown_at = 1000;
         menu.cursor.visible = true;
         menu.cursor.moved_at = 4000;
+        menu.screen_phase = phase;
     }
 
     // The menu's picture at rest.
@@ -90,23 +91,29 @@ protected:
 
 } // namespace
 
-TEST_F(ResizedMenu, LooksLikeOneThatWasOpenedAtThatSize) {
-    for (SDL_Point const size :
-         {SDL_Point{1000, 600}, SDL_Point{1920, 1080}, SDL_Point{800, 900}}) {
+TEST_F(ResizedMenu, LooksLikeOneThatWasOpenedAtThatSizeAndSoDoesItsHelp) {
+    struct Case {
+        int w;
+        int h;
+        ScreenPhase phase;
+    };
+    for (Case const& to : {Case{1000, 600, ScreenPhase::MENU}, Case{1920, 1080, ScreenPhase::MENU},
+                           Case{800, 900, ScreenPhase::MENU}, Case{1000, 600, ScreenPhase::HELP},
+                           Case{1920, 1080, ScreenPhase::HELP}}) {
         open_window(1280, 720);
         MenuScreen resized;
-        open_menu(resized);
+        open_menu(resized, to.phase);
         std::vector<std::uint32_t> const before = pixels(resized);
-        SDL_SetWindowSize(window_, size.x, size.y);
+        SDL_SetWindowSize(window_, to.w, to.h);
         SDL_PumpEvents();
         fit_menu(resized, 3000);
         fit_menu(resized, 3300);
         std::vector<std::uint32_t> const after = pixels(resized);
 
         MenuScreen fresh;
-        open_menu(fresh);
+        open_menu(fresh, to.phase);
         EXPECT_NE(before.size(), after.size());
-        EXPECT_EQ(pixels(fresh), after) << size.x << " x " << size.y;
+        EXPECT_EQ(pixels(fresh), after) << to.w << " x " << to.h;
         EXPECT_EQ(fresh.gain_x, resized.gain_x);
         EXPECT_EQ(fresh.gain_y, resized.gain_y);
         EXPECT_EQ(pixels(resized), after) << "and stays so";
