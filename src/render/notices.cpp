@@ -25,6 +25,8 @@ constexpr double WARNING_Y = 0.72;
 constexpr double TIME_LEFT_Y = 0.8;
 constexpr int GAP_Y = 36; // logical pixels from the view's top
 constexpr int GAP_ROW_H = 24;
+constexpr int PLATE_MARGIN = 7; // of the dark plate behind the gap
+constexpr std::uint8_t PLATE_ALPHA = 190;
 
 struct Line {
     TTF_Font* font;
@@ -57,7 +59,9 @@ void draw_centred(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fon
     int h = 0;
     if (!measure_text(line.font, text_scale(fonts), line.text, &w, &h)) return;
     int const y = rect.y + static_cast<int>(rect.h * share) - h / 2;
-    draw_line(renderer, fonts, line, rect.x + (rect.w - w) / 2, y);
+    if (line.alpha == 0) return;
+    draw_outlined(renderer, line.font, text_scale(fonts), line.text, rect.x + (rect.w - w) / 2, y,
+                  line.color, line.alpha);
 }
 
 // The columns of the result, as distances from the middle of the screen.
@@ -130,9 +134,18 @@ void render_time_left(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const&
 
 void render_ghost_gap(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts, int row,
                       char const* text, bool ahead) {
-    Line const line{fonts.hud_time, text, ahead ? AHEAD : BEHIND, 255};
-    int const w = width_of(fonts, line.font, text);
-    draw_line(renderer, fonts, line, rect.x + (rect.w - w) / 2, rect.y + GAP_Y + row * GAP_ROW_H);
+    TTF_Font* const font = fonts.hud_time;
+    int w = 0;
+    int h = 0;
+    if (!measure_text(font, text_scale(fonts), text, &w, &h)) return;
+    int const x = rect.x + (rect.w - w) / 2;
+    int const y = rect.y + GAP_Y + row * GAP_ROW_H;
+    SDL_Rect const plate{x - PLATE_MARGIN, y, w + 2 * PLATE_MARGIN, GAP_ROW_H};
+    SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
+    SDL_SetRenderDrawColor(renderer, 0, 0, 0, PLATE_ALPHA);
+    SDL_RenderFillRect(renderer, &plate);
+    draw_ttf(renderer, font, text_scale(fonts), text, x, y + (GAP_ROW_H - h) / 2,
+             ahead ? AHEAD : BEHIND, nullptr, nullptr, 255);
 }
 
 void render_result(SDL_Renderer* renderer, int width, int height, Fonts const& fonts,

@@ -14,6 +14,7 @@
 namespace {
 
 constexpr int SHADOW_OFFSET = 2; // logical pixels right and down
+constexpr int OUTLINE_WIDTH = 2; // logical pixels
 
 constexpr int EMBOSS_SHADOW_ALPHA = 110;
 
@@ -133,6 +134,16 @@ void draw_with_shadow(SDL_Renderer* renderer, TTF_Font* font, double scale, char
     SDL_SetTextureColorMod(texture, color.r, color.g, color.b);
     SDL_SetTextureAlphaMod(texture, alpha);
     copy_at(renderer, texture, place, 0, 0);
+}
+
+void draw_outlined(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,
+                   int y, SDL_Color color, std::uint8_t alpha) {
+    RenderedText const line = render_text(renderer, font, text, WHITE);
+    if (!line.tex) return;
+    SDL_Rect const place = {x, y, to_logical(line.w, scale), to_logical(line.h, scale)};
+    draw_backing(renderer, line.tex.get(), place, OUTLINE_WIDTH, alpha);
+    SDL_SetTextureColorMod(line.tex.get(), color.r, color.g, color.b);
+    copy_at(renderer, line.tex.get(), place, 0, 0);
 }
 
 void draw_embossed(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,

@@ -33,6 +33,10 @@ void draw_ttf(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* 
 void draw_with_shadow(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,
                       int y, SDL_Color color, std::uint8_t alpha, std::uint8_t shadow_alpha);
 
+// The same in a black outline with a shadow, for words over ground of any colour.
+void draw_outlined(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,
+                   int y, SDL_Color color, std::uint8_t alpha);
+
 // Big words that look cut out of metal: bevel, black outline, drop shadow. (x, y) is the corner of
 // the letters; outline and shadow lie around it.
 void draw_embossed(SDL_Renderer* renderer, TTF_Font* font, double scale, char const* text, int x,
