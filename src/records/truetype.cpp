@@ -108,7 +108,7 @@ std::size_t TrueType::unicode_table() const {
 unsigned TrueType::glyph_of(std::uint32_t code) const {
     std::size_t const map = unicode_table();
     if (map == 0 || code > 0xffffU) return 0;
-    std::size_t const doubled = u16(map + 6) / 2 * 2; // twice the number of segments
+    std::size_t const doubled = std::size_t{u16(map + 6) / 2} * 2; // twice the number of segments
     std::size_t const ends = map + 14;
     std::size_t const starts = ends + doubled + 2;
     for (std::size_t i = 0; i < doubled; i += 2) {
