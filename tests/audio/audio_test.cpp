@@ -84,7 +84,7 @@ TEST(AudioFiles, ASongDecodedAheadIsTheSameSong) {
     Tone const tone(500, 2.0, 9000);
     Tone const other(700, 2.0, 9000);
     Samples const whole = decode_mp3_mono(tone.path.c_str(), RATE);
-    for (int calls : {0, 1, 100}) { // not begun, half, whole
+    for (int calls : {0, 2, 100}) { // not begun, a part, whole
         Audio audio;
         audio.expect_music({"none.mp3", tone.path, other.path});
         for (int call = 0; call < calls; ++call) audio.decode_ahead();

@@ -179,6 +179,9 @@ TEST_F(Report, ShowsGreekAndCyrillicInAFaceOfItsOwn) {
     for (int x = 100; x < 500; ++x) ink += surface_pixel(page.get(), x, 842 - 797).r < 128 ? 1 : 0;
     EXPECT_GT(ink, 60);
     EXPECT_LT(ink, 300);
+    int dots = 0; // of the letter Yo, which is put together from parts
+    for (int x = 100; x < 300; ++x) dots += surface_pixel(page.get(), x, 842 - 809).r < 200 ? 1 : 0;
+    EXPECT_GT(dots, 2);
     // A damaged face shows what it can, and the document stays one.
     for (std::size_t cut : {0UL, 100UL, 20'000UL, 300'000UL, 600'000UL}) {
         write_file("art/fonts/DejaVuSans-Bold.ttf", face.substr(0, cut));
