@@ -16,7 +16,7 @@ public:
     // Mono samples at `rate` Hz are wanted.
     Mp3Decoding(std::string path, int rate);
 
-    // Decodes the next 16 KiB of samples, a third of a second of sound in a third of a millisecond.
+    // Decodes the next 16 KiB of samples, a third of a second of sound in a fifth of a millisecond.
     // False if that was the end, or there is none to come.
     bool go_on();
 

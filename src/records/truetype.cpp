@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::size_t HEAD_SIZE = 12;
+constexpr std::size_t FACE_HEAD_SIZE = 12;
 constexpr std::size_t TABLE_ENTRY_SIZE = 16;
 constexpr std::size_t LONG_OFFSETS_FLAG = 50; // in the table "head"
 constexpr unsigned MOST_FACE_TABLES = 64;
@@ -25,7 +25,7 @@ std::string big_endian(std::size_t value, int bytes) {
     return text;
 }
 
-void pad(std::string& bytes) {
+void pad_to_four(std::string& bytes) {
     bytes.resize((bytes.size() + 3) / 4 * 4);
 }
 
@@ -49,12 +49,12 @@ std::string face_file(std::map<std::string_view, std::string> const& tables) {
                        big_endian(power * TABLE_ENTRY_SIZE, 2) + big_endian(log, 2) +
                        big_endian((tables.size() - power) * TABLE_ENTRY_SIZE, 2);
     std::string content;
-    std::size_t const begin = HEAD_SIZE + TABLE_ENTRY_SIZE * tables.size();
+    std::size_t const begin = FACE_HEAD_SIZE + TABLE_ENTRY_SIZE * tables.size();
     for (auto const& [tag, bytes] : tables) {
         file += std::string(tag) + big_endian(checksum(bytes), 4) +
                 big_endian(begin + content.size(), 4) + big_endian(bytes.size(), 4);
         content += bytes;
-        pad(content);
+        pad_to_four(content);
     }
     return file + content;
 }
@@ -78,7 +78,7 @@ std::size_t TrueType::u32(std::size_t at) const {
 TrueType::Table TrueType::table(std::string_view tag) const {
     unsigned const count = std::min(u16(4), MOST_FACE_TABLES);
     for (std::size_t i = 0; i < count; ++i) {
-        std::size_t const entry = HEAD_SIZE + i * TABLE_ENTRY_SIZE;
+        std::size_t const entry = FACE_HEAD_SIZE + i * TABLE_ENTRY_SIZE;
         if (entry + TABLE_ENTRY_SIZE > bytes_.size()) break;
         if (std::string_view(bytes_).substr(entry, 4) != tag) continue;
         std::size_t const at = std::min(u32(entry + 8), bytes_.size());
@@ -207,7 +207,7 @@ std::string TrueType::subset(std::set<unsigned> glyphs) const {
         offsets += big_endian(shapes.size(), 4);
         if (!glyphs.contains(glyph)) continue;
         shapes += outline(glyph);
-        pad(shapes);
+        pad_to_four(shapes);
     }
     tables["loca"] = offsets + big_endian(shapes.size(), 4);
     tables["glyf"] = shapes;

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int SHADOW_OFFSET = 2; // logical pixels right and down
-constexpr int OUTLINE_WIDTH = 2; // logical pixels
+constexpr int WORD_OUTLINE = 2;  // logical pixels
 
 constexpr int EMBOSS_SHADOW_ALPHA = 110;
 
@@ -141,7 +141,7 @@ void draw_outlined(SDL_Renderer* renderer, TTF_Font* font, double scale, char co
     RenderedText const line = render_text(renderer, font, text, WHITE);
     if (!line.tex) return;
     SDL_Rect const place = {x, y, to_logical(line.w, scale), to_logical(line.h, scale)};
-    draw_backing(renderer, line.tex.get(), place, OUTLINE_WIDTH, alpha);
+    draw_backing(renderer, line.tex.get(), place, WORD_OUTLINE, alpha);
     SDL_SetTextureColorMod(line.tex.get(), color.r, color.g, color.b);
     copy_at(renderer, line.tex.get(), place, 0, 0);
 }
