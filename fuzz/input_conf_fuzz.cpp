@@ -34,11 +34,10 @@ void require_clear(KeyBindings const& keys) {
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     GamepadConfig red;
     GamepadConfig blue;
-    InputStream pads(data, size);
-    read_input_conf(pads, red, blue);
+    std::string_view const text = as_text(data, size);
+    read_input_conf(text, red, blue);
     require_usable(red);
     require_usable(blue);
-    InputStream keys(data, size);
-    require_clear(read_own_keys(keys));
+    require_clear(read_own_keys(text));
     return 0;
 }

@@ -8,7 +8,10 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <optional>
+#include <sstream>
 #include <system_error>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -17,18 +20,26 @@ namespace {
 constexpr char const* BLANKS = " \t\r\n";
 
 // ASCII only: the same in every locale.
-std::string lower(std::string text) {
-    for (char& c : text) {
+std::string lower(std::string_view text) {
+    std::string low(text);
+    for (char& c : low) {
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
     }
-    return text;
+    return low;
 }
 
 bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-bool is_section(std::string const& line) {
+// Without blanks at both ends.
+std::string_view trim(std::string_view text) {
+    std::size_t const first = text.find_first_not_of(BLANKS);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(BLANKS) - first + 1);
+}
+
+bool is_section(std::string_view line) {
     return line.size() >= 2 && line.front() == '[' && line.back() == ']';
 }
 
@@ -41,26 +52,33 @@ struct ConfLine {
     std::string value;
 };
 
-int player_of(std::string const& line) {
+int player_of(std::string_view line) {
     std::string const name = lower(trim(line.substr(1, line.size() - 2)));
     return name == "red" ? 0 : name == "blue" ? 1 : -1;
 }
 
-std::vector<ConfLine> read_conf(std::istream& file) {
+// Takes the next line off the text.
+std::string_view take_line(std::string_view& text) {
+    std::string_view const line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    return line;
+}
+
+std::vector<ConfLine> read_conf(std::string_view text) {
     std::vector<ConfLine> lines;
     int number = 0;
     int player = -1;
-    std::string raw;
-    while (std::getline(file, raw)) {
+    while (!text.empty()) {
+        std::string_view const raw = take_line(text);
         ++number;
-        std::string const line = trim(raw.substr(0, raw.find_first_of(";#")));
+        std::string_view const line = trim(raw.substr(0, raw.find_first_of(";#")));
         std::size_t const equals = line.find('=');
         if (is_section(line)) {
             player = player_of(line);
             lines.push_back({number, player, true, {}, {}});
-        } else if (equals != std::string::npos && player != -1) {
+        } else if (equals != std::string_view::npos && player != -1) {
             lines.push_back({number, player, false, lower(trim(line.substr(0, equals))),
-                             trim(line.substr(equals + 1))});
+                             std::string(trim(line.substr(equals + 1)))});
         }
     }
     return lines;
@@ -106,13 +124,25 @@ bool is_race_key(SDL_Scancode key) {
            std::find(RACE_KEYS.begin(), RACE_KEYS.end(), key) != RACE_KEYS.end();
 }
 
-// SDL's name, or a word for what the file cannot hold as a sign.
-SDL_Scancode key_named(std::string const& name) {
-    std::string const word = lower(name);
-    if (word == "comma") return SDL_SCANCODE_COMMA;
-    if (word == "semicolon") return SDL_SCANCODE_SEMICOLON;
-    if (word == "hash") return SDL_SCANCODE_NONUSHASH;
-    return SDL_GetScancodeFromName(name.c_str());
+using KeyNames = std::unordered_map<std::string, SDL_Scancode>;
+
+// SDL's names in lower case, and words for what the file cannot hold as a sign.
+KeyNames name_keys() {
+    KeyNames names{{"comma", SDL_SCANCODE_COMMA},
+                   {"semicolon", SDL_SCANCODE_SEMICOLON},
+                   {"hash", SDL_SCANCODE_NONUSHASH}};
+    for (int code = 1; code < SDL_NUM_SCANCODES; ++code) {
+        auto const key = static_cast<SDL_Scancode>(code);
+        names.try_emplace(lower(SDL_GetScancodeName(key)), key);
+    }
+    names.erase(""); // keys without a name
+    return names;
+}
+
+SDL_Scancode key_named(std::string_view name) {
+    static KeyNames const names = name_keys();
+    auto const key = names.find(lower(name));
+    return key != names.end() ? key->second : SDL_SCANCODE_UNKNOWN;
 }
 
 void tell(int line, char const* key, std::string const& cause) {
@@ -134,24 +164,31 @@ std::vector<ConfLine> last_section(std::vector<ConfLine> const& lines, int playe
     return section;
 }
 
-std::vector<std::string> items_of(std::string const& list) {
-    std::vector<std::string> items;
+std::vector<std::string_view> items_of(std::string_view list) {
+    std::vector<std::string_view> items;
     std::size_t from = 0;
-    for (std::size_t end = 0; end != std::string::npos; from = end + 1) {
+    for (std::size_t end = 0; end != std::string_view::npos; from = end + 1) {
         end = list.find(',', from);
-        std::string item = trim(list.substr(from, end == std::string::npos ? end : end - from));
-        if (!item.empty()) items.push_back(std::move(item));
+        std::string_view const item =
+            trim(list.substr(from, end == std::string_view::npos ? end : end - from));
+        if (!item.empty()) items.push_back(item);
     }
     return items;
 }
 
-void add_wish(ConfLine const& line, Control control, std::string const& item,
+std::string quoted(std::string_view text) {
+    std::string quote(1, '"');
+    quote += text;
+    return quote += '"';
+}
+
+void add_wish(ConfLine const& line, Control control, std::string_view item,
               std::vector<Wish>& wishes) {
     SDL_Scancode const key = key_named(item);
     if (key == SDL_SCANCODE_UNKNOWN) {
-        tell(line.number, line.key.c_str(), "no key is named \"" + item + "\"");
+        tell(line.number, line.key.c_str(), "no key is named " + quoted(item));
     } else if (is_race_key(key)) {
-        tell(line.number, line.key.c_str(), "\"" + item + "\" is a key of the race");
+        tell(line.number, line.key.c_str(), quoted(item) + " is a key of the race");
     } else {
         wishes.push_back({line.number, static_cast<std::size_t>(line.player), control, key});
     }
@@ -166,7 +203,7 @@ void add_wishes(ConfLine const& line, bool has_device, std::vector<Wish>& wishes
         });
         bool const buttons =
             has_device && (control == Control::Accelerate || control == Control::Brake);
-        for (std::string const& item : items_of(line.value)) {
+        for (std::string_view const item : items_of(line.value)) {
             if (buttons && std::any_of(item.begin(), item.end(), is_digit)) continue;
             add_wish(line, control, item, wishes);
         }
@@ -209,21 +246,29 @@ KeyBindings grant(std::vector<Wish> wishes) {
         });
         if (loser == wishes.rend()) return keys;
         tell(loser->line, control_name(loser->control),
-             std::string("\"") + SDL_GetScancodeName(loser->key) + "\" is already " +
-                 other_holder(keys, *loser));
+             quoted(SDL_GetScancodeName(loser->key)) + " is already " + other_holder(keys, *loser));
         wishes.erase(std::next(loser).base());
     }
+}
+
+// Nothing if the file cannot be opened; what can be read of it otherwise.
+std::optional<std::string> read_whole(std::string const& path) {
+    std::ifstream file(to_path(path));
+    if (!file) return std::nullopt;
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
 }
 
 } // namespace
 
 bool load_input_conf(std::string const& path, GamepadConfig& red, GamepadConfig& blue) {
-    std::ifstream file(to_path(path));
-    if (file) read_input_conf(file, red, blue);
-    return file.is_open();
+    std::optional<std::string> const text = read_whole(path);
+    if (text) read_input_conf(*text, red, blue);
+    return text.has_value();
 }
 
-void read_input_conf(std::istream& text, GamepadConfig& red, GamepadConfig& blue) {
+void read_input_conf(std::string_view text, GamepadConfig& red, GamepadConfig& blue) {
     for (ConfLine const& line : read_conf(text)) {
         if (line.player == -1) continue;
         GamepadConfig& config = line.player == 0 ? red : blue;
@@ -237,11 +282,10 @@ void read_input_conf(std::istream& text, GamepadConfig& red, GamepadConfig& blue
 }
 
 KeyBindings load_own_keys(std::string const& path) {
-    std::ifstream file(to_path(path)); // one that does not open has no lines
-    return read_own_keys(file);
+    return read_own_keys(read_whole(path).value_or(""));
 }
 
-KeyBindings read_own_keys(std::istream& text) {
+KeyBindings read_own_keys(std::string_view text) {
     std::vector<ConfLine> const lines = read_conf(text);
     std::vector<Wish> wishes;
     for (int player : {0, 1}) {
@@ -255,12 +299,6 @@ KeyBindings read_own_keys(std::istream& text) {
     std::stable_sort(wishes.begin(), wishes.end(),
                      [](Wish const& a, Wish const& b) { return a.line < b.line; });
     return grant(std::move(wishes));
-}
-
-std::string trim(std::string const& text) {
-    std::size_t const first = text.find_first_not_of(BLANKS);
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(BLANKS) - first + 1);
 }
 
 int parse_indexed(std::string const& text) {
