@@ -4,11 +4,14 @@ if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
 endif()
 
-# Compiler settings that every target of ours shares, as one interface target.
+# Compiler settings that every target of ours shares, as one interface target. What is loaded into a
+# program under a sanitizer, beneath the sanitizer, takes the warnings alone.
+add_library(brindle_warnings INTERFACE)
 add_library(brindle_options INTERFACE)
+target_link_libraries(brindle_options INTERFACE brindle_warnings)
 
 target_compile_options(
-  brindle_options
+  brindle_warnings
   INTERFACE -Wall
             -Wextra
             -Wpedantic

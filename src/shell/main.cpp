@@ -17,6 +17,7 @@
 #include "screens/fullscreen.h"
 #include "shell/game_folder.h"
 #include "shell/options.h"
+#include "shell/out_of_memory.h"
 #include "shell/window_watch.h"
 #include "shell/winner_screen.h"
 #include "world/car_physics.h"
@@ -71,6 +72,9 @@ bool start_sdl() {
 }
 
 bool start_libraries() {
+    // Textures that want smooth scaling ask for it one by one. SDL's list of hints has no lock: it
+    // must be complete before the sound's thread looks into it.
+    SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "0");
     if (!start_sdl()) {
         std::fprintf(stderr, "SDL_Init failed: %s\n", SDL_GetError());
         return false;
@@ -140,8 +144,6 @@ std::optional<Screen> open_screen(bool windowed) {
     }
     set_icon(screen.window);
     SDL_ShowCursor(SDL_DISABLE);
-    // Textures that want smooth scaling ask for it one by one.
-    SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "0");
     screen.renderer = SDL_CreateRenderer(screen.window, -1,
                                          SDL_RENDERER_ACCELERATED | SDL_RENDERER_PRESENTVSYNC |
                                              SDL_RENDERER_TARGETTEXTURE);
@@ -211,6 +213,7 @@ void run_game(Options const& options, Screen const& screen, Audio& audio, Fonts 
 } // namespace
 
 int main(int argc, char** argv) {
+    end_when_out_of_memory();
     join_console();
     Options const options = parse_cmdline(argc, argv);
     if (std::optional<int> const status = run_console_modes(options)) return *status;

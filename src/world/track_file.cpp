@@ -11,6 +11,8 @@
 #include <fstream>
 #include <iterator>
 #include <optional>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -108,6 +110,12 @@ bool find_markers(Track& track) {
     return find_goal_line(track);
 }
 
+// Once: the folder is looked at again and again.
+void tell_unreadable(std::error_code const& error) {
+    static bool told = false;
+    if (!std::exchange(told, true)) std::fprintf(stderr, "tracks: %s\n", error.message().c_str());
+}
+
 std::vector<TrackFile> track_files_in(fs::path const& folder) {
     std::vector<TrackFile> files;
     std::error_code error;
@@ -119,6 +127,7 @@ std::vector<TrackFile> track_files_in(fs::path const& folder) {
         if (entry->path().extension() != ".trk" || !entry->is_regular_file(ignored)) continue;
         files.push_back({static_cast<std::size_t>(name[0] - '0'), entry->path()});
     }
+    if (error && error != std::errc::no_such_file_or_directory) tell_unreadable(error);
     return files;
 }
 
