@@ -5,7 +5,7 @@ a line that the program prints, or for a picture to come true, and fails when it
 generous limit.
 
 The environment says where the game is (BRINDLE_GAME_DIR, else the release build's) and, for pads,
-which library brings them (BRINDLE_VIRTUAL_PADS, made from virtual_pads.cpp).
+which library brings them (BRINDLE_VIRTUAL_PADS, made from piped_pads.cpp).
 """
 
 import os
@@ -245,7 +245,7 @@ class Game:
         self.display.xdotool("click", "1")
 
     def pad(self, *lines):
-        """Plugs in, moves or pulls out virtual pads: lines for virtual_pads.cpp."""
+        """Plugs in, moves or pulls out virtual pads: lines for virtual_pads.h."""
         os.write(self.pads, "".join(line + "\n" for line in lines).encode())
 
     def tap(self, name, *buttons):

@@ -1,23 +1,11 @@
-// Loaded before SDL into the real program (LD_PRELOAD): pads that exist only in SDL, plugged in,
-// moved and pulled out by lines that robot.py writes into the pipe BRINDLE_PADS. One line is obeyed
-// each time that the program has read all its events, so that a press and its release never fall
-// into one frame. What the pads' motors are told goes to standard output.
-//
-//   plug NAME pad|stick     a controller that SDL knows, or a joystick that it does not
-//   unplug NAME
-//   button NAME BUTTON 0|1  BUTTON by SDL's name ("a", "dpleft", "start") or by its number
-//   axis NAME AXIS VALUE    AXIS by SDL's name ("leftx", "righttrigger") or by its number
+#include "virtual_pads.h"
 
 #include <SDL.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <dlfcn.h>
-#include <fcntl.h>
 #include <map>
 #include <sstream>
-#include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -66,7 +54,9 @@ int number(std::string const& text, int by_name) {
     return by_name >= 0 ? by_name : std::atoi(text.c_str());
 }
 
-void obey(std::string const& line) {
+} // namespace
+
+void obey_pad_line(std::string const& line) {
     std::istringstream words(line);
     std::string verb;
     std::string name;
@@ -83,28 +73,4 @@ void obey(std::string const& line) {
         int const axis = number(what, SDL_GameControllerGetAxisFromString(what.c_str()));
         SDL_JoystickSetVirtualAxis(pads[name].handle, axis, static_cast<Sint16>(value));
     }
-}
-
-void obey_one_line() {
-    static int const pipe = open(std::getenv("BRINDLE_PADS"), O_RDONLY | O_NONBLOCK);
-    static std::string text;
-    for (char byte = 0; text.find('\n') == std::string::npos && read(pipe, &byte, 1) == 1;) {
-        text += byte;
-    }
-    std::size_t const end = text.find('\n');
-    if (end == std::string::npos) return;
-    obey(text.substr(0, end));
-    text.erase(0, end + 1);
-}
-
-} // namespace
-
-extern "C" int SDL_PollEvent(SDL_Event* event) {
-    using PollEvent = int (*)(SDL_Event*);
-    static auto const real = reinterpret_cast<PollEvent>(dlsym(RTLD_NEXT, "SDL_PollEvent"));
-    static bool drained = true;
-    if (drained) obey_one_line();
-    int const more = real(event);
-    drained = more == 0;
-    return more;
 }
