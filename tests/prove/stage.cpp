@@ -34,8 +34,8 @@ int staged_main(int argc, char** argv, char** environment) {
 } // namespace
 
 SDL_Point forced_size(SDL_Point size) {
-    if (char const* text = std::getenv("BRINDLE_SIZE"))
-        std::sscanf(text, "%d %d", &size.x, &size.y);
+    char const* const text = std::getenv("BRINDLE_SIZE");
+    if (text != nullptr) std::sscanf(text, "%d %d", &size.x, &size.y);
     return size;
 }
 
