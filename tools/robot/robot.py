@@ -144,7 +144,6 @@ class Game:
         self.display = Display()
         if layout != "us":
             subprocess.run(["setxkbmap", "-display", self.display.name, layout], check=True)
-        self.lines, self.errors, self.fresh = [], [], queue.Queue()
         environment = {**os.environ, "DISPLAY": self.display.name, "SDL_AUDIODRIVER": sound,
                        "SDL_VIDEODRIVER": "x11", "XDG_DATA_HOME": self.home}
         environment.pop("WAYLAND_DISPLAY", None)
@@ -153,9 +152,14 @@ class Game:
             os.mkfifo(pipe)
             self.pads = os.open(pipe, os.O_RDWR)
             environment.update(LD_PRELOAD=VIRTUAL_PADS, BRINDLE_PADS=pipe)
+        self._start([os.path.join(GAME_DIR, "brindle-run"), *args], start_in or self.folder,
+                    environment)
+
+    def _start(self, command, folder, environment):
+        self.lines, self.errors, self.fresh = [], [], queue.Queue()
         self.process = subprocess.Popen(
-            [os.path.join(GAME_DIR, "brindle-run"), *args], cwd=start_in or self.folder, env=environment,
-            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, bufsize=1)
+            command, cwd=folder, env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+            text=True, bufsize=1)
         self.readers = [threading.Thread(target=self._read, args=of, daemon=True)
                         for of in ((self.process.stdout, self.lines, self.fresh),
                                    (self.process.stderr, self.errors, queue.Queue()))]

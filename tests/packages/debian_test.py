@@ -1,0 +1,119 @@
+"""The two Debian packages, from an empty root to an empty root."""
+
+import configparser
+import glob
+import os
+import re
+import shlex
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+from empty_root import (PREFERENCES, ROOT, EmptyRoot, race_a_lap, race_on_own_track,
+                        start_and_leave)
+
+PACKAGES = sorted(glob.glob(os.path.join(ROOT, "build/packages/*.deb")))
+NEXT = "99.0.0"
+
+
+def field(package, name):
+    return subprocess.run(["dpkg-deb", "--field", package, name], check=True, capture_output=True,
+                          text=True).stdout.strip()
+
+
+def needed(packages):
+    """What the packages depend on and recommend, apart from each other."""
+    wishes = ", ".join(filter(None, (field(p, f) for p in packages for f in ("Depends", "Recommends"))))
+    return ", ".join(wish for wish in wishes.split(", ") if not wish.startswith("brindle-run"))
+
+
+def copy_of_source(folder):
+    """The source as it stands, as the next version."""
+    names = subprocess.run(["git", "ls-files", "-z", "-co", "--exclude-standard"], cwd=ROOT, check=True,
+                           capture_output=True, text=True).stdout
+    for name in names.rstrip("\0").split("\0"):
+        os.makedirs(os.path.dirname(os.path.join(folder, name)), exist_ok=True)
+        shutil.copy(os.path.join(ROOT, name), os.path.join(folder, name))
+    for name, old, new in (("CMakeLists.txt", r"\n  VERSION [0-9.]+\n", f"\n  VERSION {NEXT}\n"),
+                           ("CHANGELOG.md", r"\n## ", f"\n## {NEXT} (2099-01-01)\n\n- Tried.\n\n## ")):
+        path = os.path.join(folder, name)
+        with open(path, encoding="utf-8") as file:
+            text = re.sub(old, new, file.read(), count=1)
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(text)
+
+
+def next_version(game, folder):
+    """Packages of a version that has only two of the tracks."""
+    copy_of_source(folder + "/source")
+    for kind in ("art", "music", "sounds"):
+        shutil.copytree(os.path.join(game, kind), f"{folder}/game/{kind}")
+    os.makedirs(folder + "/game/tracks")
+    for track in glob.glob(os.path.join(game, "tracks/[12]_*")):
+        shutil.copy(track, folder + "/game/tracks")
+    subprocess.run([folder + "/source/scripts/package", "debian", "--from", folder + "/game", "--to",
+                    folder], check=True)
+    return sorted(glob.glob(folder + "/*.deb"))
+
+
+class Packages(unittest.TestCase):
+    def setUp(self):
+        self.root = EmptyRoot("bookworm")
+        self.addCleanup(self.root.close)
+        self.own = self.root.file(PREFERENCES)
+
+    def install(self, packages):
+        for package in packages:
+            shutil.copy(package, self.root.file("/tmp"))
+        told = self.root.run("apt-get", "install", "-y",
+                             *("/tmp/" + os.path.basename(package) for package in packages))
+        self.assertRegex(told, r"(2 newly installed|2 upgraded, 0 newly installed), 0 to remove")
+
+    def exec_line(self):
+        entry = configparser.ConfigParser(interpolation=None)
+        entry.read_string(self.root.read("/usr/share/applications/brindle-run.desktop"))
+        return shlex.split(entry["Desktop Entry"]["Exec"])
+
+    def records(self):
+        return self.root.read(PREFERENCES + "/best_lap_times.txt")
+
+    def tracks(self):
+        folder = self.own + "/game/tracks"
+        return {name for name in os.listdir(folder) if name.endswith(".trk")}
+
+    def test_lintian_has_nothing_to_say(self):
+        told = subprocess.run(["lintian", "--fail-on", "error,warning", *PACKAGES], text=True,
+                              capture_output=True)
+        self.assertEqual((told.returncode, told.stdout), (0, ""))
+
+    def test_from_installing_to_removing(self):
+        self.root.run("apt-get", "update", "-q")
+        self.root.run("apt-get", "satisfy", "-y", "-q", needed(PACKAGES))
+        before = self.root.files()
+        self.install(PACKAGES)
+        start_and_leave(self.root, *self.exec_line())
+        self.assertEqual({name[0] for name in self.tracks()}, set("123456789"))
+        slot = race_on_own_track(self.root, "brindle-track")
+        self.root.put_field(1)
+        seconds = race_a_lap(self.root, 1, *self.exec_line())
+        self.assertIn(f"1: {seconds} ", self.records())
+
+        with tempfile.TemporaryDirectory(prefix="brindle-next-") as folder:
+            self.install(next_version(os.environ["BRINDLE_GAME_DIR"], folder))
+        self.assertIn(f"1: {seconds} ", self.records())
+        start_and_leave(self.root, *self.exec_line())
+        own = {"1_Field.trk", f"{slot}_My Track.trk"}
+        self.assertEqual({name for name in self.tracks() if name[0] != "2"}, own)
+        race_a_lap(self.root, 1, *self.exec_line())
+
+        kept = {name: os.path.getsize(name) for name in glob.glob(self.own + "/*.t*")}
+        self.assertEqual(len(kept), 3)  # laps, names, a ghost
+        self.root.run("apt-get", "purge", "-y", "-q", "brindle-run", "brindle-run-data")
+        self.assertEqual(self.root.files(), before)
+        self.assertEqual({name: os.path.getsize(name) for name in glob.glob(self.own + "/*.t*")}, kept)
+        self.assertLessEqual(own, self.tracks())
+
+
+if __name__ == "__main__":
+    unittest.main()
