@@ -126,11 +126,12 @@ class Display:
 class Game:
     """The program in a folder of its own that borrows the game's assets, with records of its own.
 
-    Or, by start_in, in another folder, from where it finds the assets itself.
+    Or, by start_in, in another folder, from where it finds the assets itself. Another program, with
+    more in its environment, may stand for the one of GAME_DIR.
     """
 
     def __init__(self, *args, without=(), files=None, records=None, sound="dummy", start_in=None,
-                 pads=False, layout="us"):
+                 pads=False, layout="us", program=None, environment=None):
         self.folder = tempfile.mkdtemp(prefix="brindle-play-")
         self.home = tempfile.mkdtemp(prefix="brindle-home-")
         for name in {"art", "music", "sounds", "tracks"}.difference(without):
@@ -145,15 +146,15 @@ class Game:
         if layout != "us":
             subprocess.run(["setxkbmap", "-display", self.display.name, layout], check=True)
         environment = {**os.environ, "DISPLAY": self.display.name, "SDL_AUDIODRIVER": sound,
-                       "SDL_VIDEODRIVER": "x11", "XDG_DATA_HOME": self.home}
+                       "SDL_VIDEODRIVER": "x11", "XDG_DATA_HOME": self.home, **(environment or {})}
         environment.pop("WAYLAND_DISPLAY", None)
         if pads:
             pipe = os.path.join(self.home, "pads")
             os.mkfifo(pipe)
             self.pads = os.open(pipe, os.O_RDWR)
             environment.update(LD_PRELOAD=VIRTUAL_PADS, BRINDLE_PADS=pipe)
-        self._start([os.path.join(GAME_DIR, "brindle-run"), *args], start_in or self.folder,
-                    environment)
+        self._start([*(program or [os.path.join(GAME_DIR, "brindle-run")]), *args],
+                    start_in or self.folder, environment)
 
     def _start(self, command, folder, environment):
         self.lines, self.errors, self.fresh = [], [], queue.Queue()
