@@ -155,15 +155,16 @@ TEST(AudioDevice, GameWritesAndLoadsWhileTheCallbackMixes) {
     Audio audio;
     ASSERT_TRUE(audio.open()); // the dummy driver calls back in real time
     std::atomic<bool> stop = false;
+    std::atomic<int> rounds = 0;
     std::thread second_callback([&] { // and this one, far more often
         std::vector<short> buffer(64);
-        while (!stop) {
+        for (; !stop; ++rounds) {
             SDL_LockAudioDevice(audio.device);
             Audio::callback(&audio, reinterpret_cast<unsigned char*>(buffer.data()), 128);
             SDL_UnlockAudioDevice(audio.device);
         }
     });
-    for (int frame = 0; frame < 3000; ++frame) {
+    for (int frame = 0; frame < 3000 || rounds < 100; ++frame) {
         play_a_frame(audio, frame);
         if (frame % 100 == 0) {
             EXPECT_TRUE(audio.load_music(tone.path.c_str()));
