@@ -37,6 +37,7 @@ function(brindle_web_game target)
     -sASYNCIFY_STACK_SIZE=65536
     -sINITIAL_MEMORY=128MB
     -lidbfs.js
+    -sEXPORTED_RUNTIME_METHODS=FS,ENV,callMain,Asyncify,JSEvents
     "-sDEFAULT_LIBRARY_FUNCS_TO_INCLUDE=@${called}")
 endfunction()
 
