@@ -65,7 +65,7 @@ class Site:
     def face(self, source):
         return self.made(f"fonts/{source.name}", source, lambda face, target: run(
             "/usr/bin/python3", "-m", "fontTools.subset", face, f"--unicodes={LETTERS}",
-            "--layout-features=kern", "--legacy-kern", "--notdef-outline", "--glyph-names", "--quiet",
+            "--layout-features=kern", "--legacy-kern", "--notdef-outline", "--glyph-names",
             "--name-IDs=*", f"--output-file={target}"))
 
     def jpeg(self, name, source, *options):

@@ -174,7 +174,7 @@ int build(Call& call, fs::path const& data) {
 // The game beside this program, or where both were installed, or wherever the shell finds it.
 std::string find_game() {
     fs::path const here = program_folder();
-    std::string const game = program_file("brindle-run");
+    std::string game = program_file("brindle-run");
     for (fs::path const& place : {here / game, here / "../games" / game}) {
         if (!here.empty() && fs::exists(place)) return to_text(place.lexically_normal());
     }

@@ -21,8 +21,9 @@ std::map<fs::path, fs::path> read_built(fs::path const& tracks) {
     std::ifstream file(tracks / NOTE);
     for (std::string line; std::getline(file, line);) {
         std::size_t const tab = line.find('\t');
-        if (tab != std::string::npos)
+        if (tab != std::string::npos) {
             built[to_path(line.substr(tab + 1))] = to_path(line.substr(0, tab));
+        }
     }
     return built;
 }
