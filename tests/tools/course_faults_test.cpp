@@ -38,7 +38,7 @@ void expect_faults(std::span<Broken const> cases, Read read) {
 }
 
 TEST(CourseParser, TellsLineAndCauseOfEveryBadStatement) {
-    constexpr std::array<Broken, 19> CASES{{
+    constexpr std::array<Broken, 20> CASES{{
         {"width  60", "width  sixty", 4, "\"sixty\" is not a number"},
         {"width  60", "width  600", 4, "between 40 and 240"},
         {"width  60", "width", 4, "the width is missing"},
@@ -53,6 +53,7 @@ TEST(CourseParser, TellsLineAndCauseOfEveryBadStatement) {
         {"start  418 100", "start  418 100\nstart 1 1", 9, "one start"},
         {"width 80", "wide 80", 11, "\"wide\" is none of"},
         {"pine   400 250 30", "scatter house 3 2 5", 13, "no kind of round thing"},
+        {"pine   400 250 30", "scatter pine 4e22 3 5", 13, "between 1 and"},
         {"pine   400 250 30", "area lava 1 1 2 2 3 1", 13, "no kind of ground"},
         {"pine   400 250 30", "lane canal 12 1 1 2 2", 13, "no kind of lane"},
         {"pine   400 250 30", "lane rails 12 1 1", 13, "at least two points"},

@@ -4,6 +4,7 @@
 #include "track_compiler/scenery_words.h"
 #include "world/track.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -64,7 +65,7 @@ struct Reader {
                      std::to_string(std::lround(low)) + " and " +
                      std::to_string(std::lround(high)));
         }
-        return value.value_or(low);
+        return std::clamp(value.value_or(low), low, high);
     }
     Point point(std::string_view what) {
         std::string const name(what);
