@@ -31,9 +31,8 @@ std::vector<std::uint32_t> code_points(std::string_view text) {
 
 std::string packed_stream(std::string const& more, std::string const& content) {
     std::string const packed = deflated(content).value_or("");
-    return printed("<< /Length %zu /Filter /FlateDecode%s >>\nstream\n", packed.size(),
-                   more.c_str()) +
-           packed + "\nendstream";
+    return "<< /Length " + std::to_string(packed.size()) + " /Filter /FlateDecode" + more +
+           " >>\nstream\n" + packed + "\nendstream";
 }
 
 constexpr char const* CODE_MAP_BEGIN =
@@ -91,7 +90,9 @@ std::string PdfLetters::code_map() const {
     std::size_t left = shown_.size();
     std::size_t in_block = 0;
     for (auto const& [glyph, code] : shown_) {
-        if (in_block == 0) map += printed("%zu beginbfchar\n", std::min(left, MOST_IN_A_BLOCK));
+        if (in_block == 0) {
+            map += std::to_string(std::min(left, MOST_IN_A_BLOCK)) + " beginbfchar\n";
+        }
         map += printed("<%04X> <%04X>\n", glyph, code & 0xffffU);
         in_block = (in_block + 1) % MOST_IN_A_BLOCK;
         --left;
@@ -119,7 +120,7 @@ std::array<std::string, 5> PdfLetters::objects(int at) const {
                 ">>",
                 NAME, box[0], box[1], box[2], box[3], face_.ascent(), face_.descent(),
                 face_.ascent(), at + 3),
-        packed_stream(printed(" /Length1 %zu", file.size()), file),
+        packed_stream(" /Length1 " + std::to_string(file.size()), file),
         packed_stream("", code_map()),
     };
 }
