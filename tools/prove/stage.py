@@ -23,7 +23,7 @@ class Build:
     def __init__(self, folder):
         self.program = folder / "game/brindle-run"
         self.ghost_tool = folder / "game/brindle-ghost"
-        self.stage = folder / "tests/prove/libstage.so"
+        self.stage = folder / "tools/prove/libstage.so"
 
 
 @contextlib.contextmanager
