@@ -9,11 +9,11 @@
 
 namespace {
 
-std::vector<std::string> split_lines(std::string const& text) {
+std::vector<std::string> split_lines(std::string_view text) {
     std::vector<std::string> lines{"brindle-run"};
     for (std::size_t from = 0; from <= text.size();) {
         std::size_t const to = std::min(text.find('\n', from), text.size());
-        lines.push_back(text.substr(from, to - from));
+        lines.emplace_back(text.substr(from, to - from));
         from = to + 1;
     }
     return lines;
@@ -21,15 +21,14 @@ std::vector<std::string> split_lines(std::string const& text) {
 
 // These are answered and end the process.
 bool is_question(std::string const& argument) {
-    std::string const text = argument.substr(0, argument.find('\0')); // as an argument ends
+    std::string_view const text = argument.c_str(); // as an argument ends
     return text == "-h" || text == "-help" || text == "--help" || text == "-keys";
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-    std::vector<std::string> lines =
-        split_lines(std::string(reinterpret_cast<char const*>(data), size));
+    std::vector<std::string> lines = split_lines(as_text(data, size));
     if (std::any_of(lines.begin(), lines.end(), is_question)) return 0;
     std::vector<char*> arguments;
     arguments.reserve(lines.size() + 1);

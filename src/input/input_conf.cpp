@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 #include <optional>
+#include <span>
 #include <sstream>
 #include <system_error>
 #include <unordered_map>
@@ -17,26 +18,43 @@
 
 namespace {
 
-constexpr char const* BLANKS = " \t\r\n";
-
 // ASCII only: the same in every locale.
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 std::string lower(std::string_view text) {
     std::string low(text);
-    for (char& c : low) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
+    for (char& c : low) c = lower(c);
     return low;
+}
+
+// Whether a text is the word, which is in lower case, however the text is written.
+bool says(std::string_view text, std::string_view word) {
+    return std::equal(text.begin(), text.end(), word.begin(), word.end(),
+                      [](char a, char b) { return lower(a) == b; });
 }
 
 bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
+bool is_blank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
 // Without blanks at both ends.
 std::string_view trim(std::string_view text) {
-    std::size_t const first = text.find_first_not_of(BLANKS);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(BLANKS) - first + 1);
+    while (!text.empty() && is_blank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && is_blank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+// Without what is meant for people.
+std::string_view before_remark(std::string_view line) {
+    auto const* const remark =
+        std::find_if(line.begin(), line.end(), [](char c) { return c == ';' || c == '#'; });
+    return line.substr(0, static_cast<std::size_t>(remark - line.begin()));
 }
 
 bool is_section(std::string_view line) {
@@ -48,13 +66,13 @@ struct ConfLine {
     int number = 0;
     int player = -1; // of the section: 0 red, 1 blue, -1 none of ours
     bool opens = false;
-    std::string key; // lower case
-    std::string value;
+    std::string_view key; // within the file's text, as the value
+    std::string_view value;
 };
 
 int player_of(std::string_view line) {
-    std::string const name = lower(trim(line.substr(1, line.size() - 2)));
-    return name == "red" ? 0 : name == "blue" ? 1 : -1;
+    std::string_view const name = trim(line.substr(1, line.size() - 2));
+    return says(name, "red") ? 0 : says(name, "blue") ? 1 : -1;
 }
 
 // Takes the next line off the text.
@@ -69,37 +87,36 @@ std::vector<ConfLine> read_conf(std::string_view text) {
     int number = 0;
     int player = -1;
     while (!text.empty()) {
-        std::string_view const raw = take_line(text);
         ++number;
-        std::string_view const line = trim(raw.substr(0, raw.find_first_of(";#")));
+        std::string_view const line = trim(before_remark(take_line(text)));
         std::size_t const equals = line.find('=');
         if (is_section(line)) {
             player = player_of(line);
             lines.push_back({number, player, true, {}, {}});
         } else if (equals != std::string_view::npos && player != -1) {
-            lines.push_back({number, player, false, lower(trim(line.substr(0, equals))),
-                             std::string(trim(line.substr(equals + 1)))});
+            lines.push_back({number, player, false, trim(line.substr(0, equals)),
+                             trim(line.substr(equals + 1))});
         }
     }
     return lines;
 }
 
 // One control steers: a hat puts off an axis of a line above, and the other way round.
-void set_turn(GamepadConfig& config, std::string const& value) {
-    bool const hat = lower(value).starts_with("hat");
+void set_turn(GamepadConfig& config, std::string_view value) {
+    bool const hat = says(value.substr(0, 3), "hat");
     int const index = parse_indexed(value);
     config.turn_hat = hat ? index : -1;
     config.turn_axis = hat ? -1 : index;
 }
 
-void set_value(GamepadConfig& config, std::string const& key, std::string const& value) {
-    if (key == "device") {
+void set_value(GamepadConfig& config, std::string_view key, std::string_view value) {
+    if (says(key, "device")) {
         config.device = value;
-    } else if (key == "accelerate") {
+    } else if (says(key, "accelerate")) {
         config.accel_button = parse_indexed(value);
-    } else if (key == "brake") {
+    } else if (says(key, "brake")) {
         config.brake_button = parse_indexed(value);
-    } else if (key == "turn") {
+    } else if (says(key, "turn")) {
         set_turn(config, value);
     }
 }
@@ -151,15 +168,13 @@ void tell(int line, char const* key, std::string const& cause) {
 }
 
 // The settings of a player's section; where there are several, of the last one.
-std::vector<ConfLine> last_section(std::vector<ConfLine> const& lines, int player) {
-    std::vector<ConfLine> section;
-    for (ConfLine const& line : lines) {
-        if (line.player != player) continue;
-        if (line.opens) {
-            section.clear();
-        } else {
-            section.push_back(line);
-        }
+std::span<ConfLine const> last_section(std::span<ConfLine const> lines, int player) {
+    std::span<ConfLine const> section;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (!lines[i].opens || lines[i].player != player) continue;
+        std::size_t end = i + 1;
+        while (end < lines.size() && !lines[end].opens) ++end;
+        section = lines.subspan(i + 1, end - i - 1);
     }
     return section;
 }
@@ -184,11 +199,12 @@ std::string quoted(std::string_view text) {
 
 void add_wish(ConfLine const& line, Control control, std::string_view item,
               std::vector<Wish>& wishes) {
+    char const* const name = control_name(control);
     SDL_Scancode const key = key_named(item);
     if (key == SDL_SCANCODE_UNKNOWN) {
-        tell(line.number, line.key.c_str(), "no key is named " + quoted(item));
+        tell(line.number, name, "no key is named " + quoted(item));
     } else if (is_race_key(key)) {
-        tell(line.number, line.key.c_str(), quoted(item) + " is a key of the race");
+        tell(line.number, name, quoted(item) + " is a key of the race");
     } else {
         wishes.push_back({line.number, static_cast<std::size_t>(line.player), control, key});
     }
@@ -197,7 +213,7 @@ void add_wish(ConfLine const& line, Control control, std::string_view item,
 // A later line for the same control takes the place of an earlier one.
 void add_wishes(ConfLine const& line, bool has_device, std::vector<Wish>& wishes) {
     for (Control const control : ALL_CONTROLS) {
-        if (line.key != control_name(control)) continue;
+        if (!says(line.key, control_name(control))) continue;
         std::erase_if(wishes, [&](Wish const& wish) {
             return wish.control == control && wish.player == static_cast<std::size_t>(line.player);
         });
@@ -289,10 +305,10 @@ KeyBindings read_own_keys(std::string_view text) {
     std::vector<ConfLine> const lines = read_conf(text);
     std::vector<Wish> wishes;
     for (int player : {0, 1}) {
-        std::vector<ConfLine> const section = last_section(lines, player);
+        std::span<ConfLine const> const section = last_section(lines, player);
         bool const has_device =
             std::any_of(section.begin(), section.end(), [](ConfLine const& line) {
-                return line.key == "device" && !line.value.empty();
+                return says(line.key, "device") && !line.value.empty();
             });
         for (ConfLine const& line : section) add_wishes(line, has_device, wishes);
     }
@@ -301,10 +317,10 @@ KeyBindings read_own_keys(std::string_view text) {
     return grant(std::move(wishes));
 }
 
-int parse_indexed(std::string const& text) {
-    auto const digits = std::find_if(text.begin(), text.end(), is_digit);
-    char const* const begin = text.data() + (digits - text.begin());
+int parse_indexed(std::string_view text) {
+    char const* const end = text.data() + text.size();
+    char const* const begin = std::find_if(text.data(), end, is_digit);
     int number = -1;
-    auto const result = std::from_chars(begin, text.data() + text.size(), number);
+    auto const result = std::from_chars(begin, end, number);
     return result.ec == std::errc{} ? number : -1;
 }

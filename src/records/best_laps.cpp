@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <optional>
 
 namespace {
@@ -34,7 +35,14 @@ std::string ask_for_pref_folder() {
     return path;
 }
 
+// The first byte that is no blank to scanf, which takes its time to say that a line is none of
+// ours.
+char first_sign(char const* line) {
+    return line[std::strspn(line, " \t\n\v\f\r")];
+}
+
 bool scan_section(char const* line, std::string& section) {
+    if (first_sign(line) != '[') return false;
     std::array<char, 128> name{};
     if (std::sscanf(line, " [%127[^]]]", name.data()) != 1) return false;
     section = name.data();
@@ -44,11 +52,13 @@ bool scan_section(char const* line, std::string& section) {
 // Slots are read wide, so that a number beyond int cannot wrap round onto a real slot. A time that
 // is not a number could never be beaten, so such a line makes no sense either.
 void scan_entry(char const* line, std::string const& section, BestLapTable& table) {
+    char const sign = first_sign(line);
+    if (section.empty() || std::strchr("+-0123456789", sign) == nullptr || sign == '\0') return;
     long slot = 0;
     double seconds = 0.0;
     std::array<char, 160> trace{};
     int const fields = std::sscanf(line, "%ld: %lf %159s", &slot, &seconds, trace.data());
-    if (section.empty() || fields < 2 || std::isnan(seconds)) return;
+    if (fields < 2 || std::isnan(seconds)) return;
     if (slot < std::numeric_limits<int>::min() || slot > std::numeric_limits<int>::max()) return;
     table[section][static_cast<int>(slot)] = {seconds, fields == 3 ? trace.data() : ""};
 }

@@ -8,10 +8,9 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <functional>
-#include <map>
 #include <numbers>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -43,41 +42,43 @@ struct Reader {
     std::size_t next = 1;
     bool good = true;
 
-    void complain(std::string cause) {
-        if (good) faults.push_back({data.number, data.words[0] + ": " + std::move(cause)});
+    void complain(std::string_view cause) {
+        if (good)
+            faults.push_back({data.number, std::string(data.words[0]).append(": ").append(cause)});
         good = false;
     }
     [[nodiscard]] bool at_end() const { return next >= data.words.size(); }
 
-    std::string word(std::string_view what) {
+    // `part` ends the value's name: one of a point's two numbers.
+    std::string_view word(std::string_view what, std::string_view part = {}) {
         if (!at_end()) return data.words[next++];
-        complain("the " + std::string(what) + " is missing");
+        complain("the " + std::string(what).append(part) + " is missing");
         return {};
     }
-    double number(std::string_view what, double low, double high) {
-        std::string const text = word(what);
+    double number(std::string_view what, double low, double high, std::string_view part = {}) {
+        std::string_view const text = word(what, part);
         if (!good) return low;
         std::optional<double> const value = parse_number(text);
         if (!value) {
-            complain("the " + std::string(what) + " \"" + text + "\" is not a number");
+            complain("the " + std::string(what).append(part) + " " + in_quotes(text) +
+                     " is not a number");
         } else if (*value < low || *value > high) {
-            complain("the " + std::string(what) + " must lie between " +
+            complain("the " + std::string(what).append(part) + " must lie between " +
                      std::to_string(std::lround(low)) + " and " +
                      std::to_string(std::lround(high)));
         }
         return std::clamp(value.value_or(low), low, high);
     }
     Point point(std::string_view what) {
-        std::string const name(what);
-        double const x = number(name + "'s x", -MAX_SIDE, 2 * MAX_SIDE);
-        double const y = number(name + "'s y", -MAX_SIDE, 2 * MAX_SIDE);
+        double const x = number(what, -MAX_SIDE, 2 * MAX_SIDE, "'s x");
+        double const y = number(what, -MAX_SIDE, 2 * MAX_SIDE, "'s y");
         return {x, y};
     }
     double degrees(std::string_view what) {
         return number(what, -360.0, 360.0) * std::numbers::pi / 180.0;
     }
     void finish() {
-        if (!at_end()) complain("\"" + data.words[next] + "\" is one value too many");
+        if (!at_end()) complain(in_quotes(data.words[next]) + " is one value too many");
     }
 };
 
@@ -111,7 +112,7 @@ void read_point(Reader& in, Course& course) {
     point.radius = course.corner_radius;
     point.line = in.data.number;
     while (in.good && !in.at_end()) {
-        std::string const option = in.word("option");
+        std::string_view const option = in.word("option");
         if (option == "width") {
             point.width = in.number("width", 40, 240);
         } else if (option == "radius") {
@@ -120,7 +121,7 @@ void read_point(Reader& in, Course& course) {
         } else if (option == "plain") {
             point.plain = true;
         } else {
-            in.complain("\"" + option + "\" is none of width, radius, plain");
+            in.complain(in_quotes(option) + " is none of width, radius, plain");
         }
     }
     course.points.push_back(point);
@@ -142,12 +143,12 @@ void read_item(Reader& in, Course& course) {
 // The entry of `table` that the next word names, or null after a complaint.
 template <typename Table>
 typename Table::value_type const* read_choice(Reader& in, Table const& table,
-                                              std::string const& what) {
-    std::string const word = in.word("kind of " + what);
+                                              std::string_view what) {
+    std::string_view const word = in.word("kind of ", what);
     for (auto const& entry : table) {
         if (entry.first == word) return &entry;
     }
-    in.complain("\"" + word + "\" is no kind of " + what);
+    in.complain(in_quotes(word).append(" is no kind of ").append(what));
     return nullptr;
 }
 
@@ -187,10 +188,10 @@ void read_fork(Reader& in, Course& course) {
 
 // A round kind by its word.
 SceneryKind read_round_kind(Reader& in) {
-    std::string const word = in.word("kind");
+    std::string_view const word = in.word("kind");
     KindWord const* const kind = find_kind(word);
     if (kind != nullptr && kind->round) return kind->kind;
-    in.complain("\"" + word + "\" is no kind of round thing");
+    in.complain(in_quotes(word) + " is no kind of round thing");
     return SceneryKind::tree;
 }
 
@@ -228,38 +229,36 @@ void read_lettering(Reader& in, Course& course) {
 
 using Statement = void (*)(Reader&, Course&);
 
-std::map<std::string, Statement, std::less<>> const& statements() {
-    static std::map<std::string, Statement, std::less<>> const table{
-        {"name", [](Reader& in, Course& course) { course.name = in.word("name"); }},
-        {"place", [](Reader& in, Course& course) { course.place = in.word("place"); }},
-        {"theme",
-         [](Reader& in, Course& course) {
-             course.theme = in.word("theme");
-             course.theme_line = in.data.number;
-         }},
-        {"size", read_size},
-        {"width",
-         [](Reader& in, Course& course) { course.road_width = in.number("width", 40, 240); }},
-        {"radius",
-         [](Reader& in, Course& course) { course.corner_radius = in.number("radius", 30, 4000); }},
-        {"kerbs", read_kerbs},
-        {"start", read_start},
-        {"goal", read_goal},
-        {"point", read_point},
-        {"fork", read_fork},
-        {"area", read_area},
-        {"lane", read_lane},
-        {"row", read_row},
-        {"scatter", read_scatter},
-        {"lettering", read_lettering},
-    };
-    return table;
-}
+constexpr std::array<std::pair<std::string_view, Statement>, 16> STATEMENTS{{
+    {"name", [](Reader& in, Course& course) { course.name = in.word("name"); }},
+    {"place", [](Reader& in, Course& course) { course.place = in.word("place"); }},
+    {"theme",
+     [](Reader& in, Course& course) {
+         course.theme = in.word("theme");
+         course.theme_line = in.data.number;
+     }},
+    {"size", read_size},
+    {"width", [](Reader& in, Course& course) { course.road_width = in.number("width", 40, 240); }},
+    {"radius",
+     [](Reader& in, Course& course) { course.corner_radius = in.number("radius", 30, 4000); }},
+    {"kerbs", read_kerbs},
+    {"start", read_start},
+    {"goal", read_goal},
+    {"point", read_point},
+    {"fork", read_fork},
+    {"area", read_area},
+    {"lane", read_lane},
+    {"row", read_row},
+    {"scatter", read_scatter},
+    {"lettering", read_lettering},
+}};
 
 void read_statement(DataLine const& data, Course& course, Faults& faults) {
     Reader in{.data = data, .faults = faults};
-    auto const found = statements().find(data.words[0]);
-    if (found != statements().end()) {
+    auto const* const found =
+        std::find_if(STATEMENTS.begin(), STATEMENTS.end(),
+                     [&](auto const& statement) { return statement.first == data.words[0]; });
+    if (found != STATEMENTS.end()) {
         found->second(in, course);
     } else if (find_kind(data.words[0]) != nullptr) {
         read_item(in, course);
@@ -281,14 +280,12 @@ void check_complete(Course const& course, int last_line, Faults& faults) {
 
 } // namespace
 
-std::optional<Course> parse_course(std::string const& text, Faults& faults) {
+std::optional<Course> parse_course(std::string_view text, Faults& faults) {
     Course course;
-    int last_line = 1;
-    for (DataLine const& data : split_data(text, faults)) {
-        read_statement(data, course, faults);
-        last_line = data.number;
-    }
-    if (faults.empty()) check_complete(course, last_line, faults);
+    DataReader reader(text);
+    DataLine data{.number = 1, .words = {}};
+    while (reader.next(data, faults)) read_statement(data, course, faults);
+    if (faults.empty()) check_complete(course, data.number, faults);
     if (!faults.empty()) return std::nullopt;
     return course;
 }

@@ -6,8 +6,8 @@
 #include "track_compiler/fault.h"
 
 #include <optional>
-#include <string>
+#include <string_view>
 
 // The course that `text` describes. Everything wrong with its form goes into `faults`, and then
 // there is no course.
-std::optional<Course> parse_course(std::string const& text, Faults& faults);
+std::optional<Course> parse_course(std::string_view text, Faults& faults);

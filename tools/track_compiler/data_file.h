@@ -8,18 +8,34 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct DataLine {
-    int number = 0;                 // from 1
-    std::vector<std::string> words; // never empty
+    int number = 0;                      // from 1
+    std::vector<std::string_view> words; // within the text; never empty
 };
 
-// The statements of `text`, without empty lines and comments.
-std::vector<DataLine> split_data(std::string const& text, Faults& faults);
+// Hands out the statements of a text, without empty lines and comments. The text must outlive it.
+class DataReader {
+public:
+    explicit DataReader(std::string_view text) : rest_(text) {}
+
+    // Makes `line` the next statement; false, and `line` as it was, at the text's end. A line whose
+    // quote stays open goes into `faults`.
+    bool next(DataLine& line, Faults& faults);
+
+private:
+    std::string_view rest_;
+    int number_ = 0;
+    std::vector<std::string_view> words_;
+};
 
 // The file's bytes; nothing if it cannot be read.
 std::optional<std::string> read_text(std::string const& path);
 
+// The word in double quotes, for a message.
+std::string in_quotes(std::string_view word);
+
 // A whole word as a finite decimal number.
-std::optional<double> parse_number(std::string const& word);
+std::optional<double> parse_number(std::string_view word);

@@ -3,12 +3,12 @@
 #include "track_compiler/data_file.h"
 #include "track_compiler/scenery_words.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <set>
 #include <span>
-#include <string_view>
+#include <utility>
 
 namespace {
 
@@ -78,7 +78,7 @@ constexpr std::array<NumberField, 20> NUMBERS{{
 }};
 
 // Six hexadecimal digits, RRGGBB.
-std::optional<Colour> parse_colour(std::string const& word) {
+std::optional<Colour> parse_colour(std::string_view word) {
     std::uint32_t value = 0;
     char const* const end = word.data() + word.size();
     auto const [stop, error] = std::from_chars(word.data(), end, value, 16);
@@ -92,19 +92,19 @@ std::optional<Colour> parse_colour(std::string const& word) {
 // Reads a kind of round thing and numbers behind the statement's word. What is wrong with them, or
 // an empty string.
 std::string read_rule(DataLine const& data, SceneryKind& kind, std::span<double> numbers) {
-    std::string const& word = data.words[0];
+    std::string const word(data.words[0]);
     if (data.words.size() != numbers.size() + 2) {
         return word + ": a kind and " + std::to_string(numbers.size()) + " numbers are needed";
     }
     KindWord const* const found = find_kind(data.words[1]);
     if (found == nullptr || !found->round) {
-        return word + ": \"" + data.words[1] + "\" is no kind of round thing";
+        return word + ": " + in_quotes(data.words[1]) + " is no kind of round thing";
     }
     kind = found->kind;
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         std::optional<double> const value = parse_number(data.words[i + 2]);
         if (!value || *value < 0.0 || *value > 4000.0) {
-            return word + ": \"" + data.words[i + 2] + "\" is no number in its range";
+            return word + ": " + in_quotes(data.words[i + 2]) + " is no number in its range";
         }
         numbers[i] = *value;
     }
@@ -135,46 +135,68 @@ std::string read_row(DataLine const& data, Theme& theme) {
     return {};
 }
 
+// Which of `fields` has that word; their number if none has.
+template <typename Fields>
+std::size_t find_field(Fields const& fields, std::string_view word) {
+    auto const found = std::find_if(fields.begin(), fields.end(),
+                                    [word](auto const& field) { return field.word == word; });
+    return static_cast<std::size_t>(found - fields.begin());
+}
+
+std::string read_colour(DataLine const& data, ColourField const& field, Theme& theme) {
+    std::optional<Colour> const colour = parse_colour(data.words[1]);
+    if (!colour) return ": " + in_quotes(data.words[1]) + " is no colour RRGGBB";
+    theme.*field.member = *colour;
+    return {};
+}
+
+std::string read_number(DataLine const& data, NumberField const& field, Theme& theme) {
+    std::optional<double> const value = parse_number(data.words[1]);
+    if (!value || *value < field.low || *value > field.high) {
+        return ": " + in_quotes(data.words[1]) + " is no number in its range";
+    }
+    theme.*field.member = *value;
+    return {};
+}
+
+using Given = std::array<bool, COLOURS.size()>;
+
 // What is wrong with the line, or an empty string.
-std::string read_field(DataLine const& data, Theme& theme) {
-    std::string const& word = data.words[0];
+std::string read_field(DataLine const& data, Theme& theme, Given& given) {
+    std::string_view const word = data.words[0];
     if (word == "scatter") return read_scatter(data, theme);
     if (word == "row") return read_row(data, theme);
-    if (data.words.size() != 2) return word + ": one value is needed";
-    for (ColourField const& field : COLOURS) {
-        if (field.word != word) continue;
-        std::optional<Colour> const colour = parse_colour(data.words[1]);
-        if (!colour) return word + ": \"" + data.words[1] + "\" is no colour RRGGBB";
-        theme.*field.member = *colour;
-        return {};
+    std::size_t const colour = find_field(COLOURS, word);
+    std::size_t const number = find_field(NUMBERS, word);
+    if (colour < COLOURS.size()) given[colour] = true;
+    std::string cause;
+    if (data.words.size() != 2) {
+        cause = ": one value is needed";
+    } else if (colour < COLOURS.size()) {
+        cause = read_colour(data, COLOURS[colour], theme);
+    } else if (number < NUMBERS.size()) {
+        cause = read_number(data, NUMBERS[number], theme);
+    } else {
+        cause = ": no such field";
     }
-    for (NumberField const& field : NUMBERS) {
-        if (field.word != word) continue;
-        std::optional<double> const value = parse_number(data.words[1]);
-        if (!value || *value < field.low || *value > field.high) {
-            return word + ": \"" + data.words[1] + "\" is no number in its range";
-        }
-        theme.*field.member = *value;
-        return {};
-    }
-    return word + ": no such field";
+    return cause.empty() ? cause : std::string(word) + cause;
 }
 
 } // namespace
 
-std::optional<Theme> parse_theme(std::string const& text, Faults& faults) {
+std::optional<Theme> parse_theme(std::string_view text, Faults& faults) {
     Theme theme;
-    std::set<std::string, std::less<>> given;
-    int last = 1;
-    for (DataLine const& data : split_data(text, faults)) {
-        std::string cause = read_field(data, theme);
+    Given given{};
+    DataReader reader(text);
+    DataLine data{.number = 1, .words = {}};
+    while (reader.next(data, faults)) {
+        std::string cause = read_field(data, theme, given);
         if (!cause.empty()) faults.push_back({data.number, std::move(cause)});
-        given.insert(data.words[0]);
-        last = data.number;
     }
-    for (ColourField const& field : COLOURS) {
-        if (given.contains(field.word)) continue;
-        faults.push_back({last, "the colour " + std::string(field.word) + " is missing"});
+    for (std::size_t i = 0; i < COLOURS.size(); ++i) {
+        if (given[i]) continue;
+        faults.push_back(
+            {data.number, "the colour " + std::string(COLOURS[i].word) + " is missing"});
     }
     if (!faults.empty()) return std::nullopt;
     return theme;

@@ -7,7 +7,7 @@
 
 #include <array>
 #include <optional>
-#include <string>
+#include <string_view>
 #include <vector>
 
 // Red, green and blue, 0..1.
@@ -94,4 +94,4 @@ struct Theme {
 };
 
 // The theme that `text` describes; every colour must be given. Nothing if there are faults.
-std::optional<Theme> parse_theme(std::string const& text, Faults& faults);
+std::optional<Theme> parse_theme(std::string_view text, Faults& faults);
