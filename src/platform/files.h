@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <system_error>
 
 // The path as the standard library takes it. A std::string given to it directly would lose all but
 // plain letters on Windows.
@@ -13,6 +14,18 @@ std::filesystem::path to_path(std::string const& path);
 
 // The way back. Where a name cannot be said in UTF-8, U+FFFD stands for what cannot.
 std::string to_text(std::filesystem::path const& path);
+
+// Whether there is anything of that name. What the system will not look for counts as nothing.
+inline bool is_there(std::filesystem::path const& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored);
+}
+
+// The path from the root on; an empty one if there is none.
+inline std::filesystem::path from_root(std::filesystem::path const& path) {
+    std::error_code ignored;
+    return std::filesystem::absolute(path, ignored);
+}
 
 // Whether a file may bear that name.
 bool can_name_file(std::string const& name);

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <span>
 
 namespace {
@@ -120,16 +121,22 @@ TEST(CourseChecks, RefuseWhatCouldNotBeRaced) {
 TEST(TrackCompiler, NamesFileLineAndCauseAndFailsWithoutWritingATrack) {
     TempDir const dir;
     write_file(dir.file("x.course"), replaced(small_course(), "start  418", "start  382"));
+    write_file(dir.file("theme.course"),
+               replaced(small_course(), "plain", "\"" + std::string(5000, 't') + "\""));
     write_file(dir.file("plain.theme"),
                read_file(std::string(BRINDLE_COURSES) + "/themes/coast.theme"));
-    std::string const call = std::string(TRACK_COMPILER) + " " + dir.file("x.course") + " " +
-                             dir.path().string() + " " + dir.file("1_x") + " 2> " +
-                             dir.file("errors");
-    int const status = std::system(call.c_str()); // NOLINT(cert-env33-c): our own program
-    EXPECT_EQ(WEXITSTATUS(status), 1);
-    EXPECT_THAT(read_file(dir.file("errors")),
-                testing::StartsWith(dir.file("x.course") + ":8: start: it must lie"));
-    EXPECT_FALSE(std::filesystem::exists(dir.file("1_x.trk")));
+    for (auto const& [course, said] : std::map<std::string, std::string>{
+             {dir.file("x.course"), ":8: start: it must lie"},
+             {dir.file("theme.course"), ":2: theme: there is no file "},
+             {dir.file("."), ":1: cannot be read"}}) {
+        std::string const call = std::string(TRACK_COMPILER) + " " + course + " " +
+                                 dir.path().string() + " " + dir.file("1_x") + " 2> " +
+                                 dir.file("errors");
+        int const status = std::system(call.c_str()); // NOLINT(cert-env33-c): our own program
+        EXPECT_EQ(WEXITSTATUS(status), 1);
+        EXPECT_THAT(read_file(dir.file("errors")), testing::StartsWith(course + said));
+        EXPECT_FALSE(std::filesystem::exists(dir.file("1_x.trk")));
+    }
 }
 
 } // namespace

@@ -120,10 +120,13 @@ TEST_F(Exchange, WhatCannotBeSharedIsSaidAndHarmsNothing) {
         EXPECT_EQ(said.status, 1);
         EXPECT_THAT(said.err, HasSubstr(wrong.reason));
     }
+    std::string const endless = dir.file(std::string(5000, 'x'));
+    EXPECT_EQ(heard([&] { return export_lap("Ann", "Hall", endless); }).status, 1);
     // Another track has taken the slot since.
     fs::rename("tracks/3_Hall.trk", "tracks/3_Mine.trk");
     EXPECT_EQ(heard([&] { return export_lap("Ann", "Mine", lap); }).status, 1);
     EXPECT_EQ(import().status, 1) << "no such file";
+    EXPECT_EQ(heard([] { return import_lap("/proc/self/mem"); }).status, 1) << "the disk fails";
     write_file(lap, "brindle-lap 1\nplayer Ann\n");
     EXPECT_EQ(import().status, 1);
     EXPECT_EQ(read_file(folder / "best_lap_times.txt"), table);

@@ -12,7 +12,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <optional>
 
 namespace fs = std::filesystem;
@@ -63,8 +62,8 @@ std::optional<std::string> read_file_whole(std::string const& path) {
     std::uintmax_t const size = fs::file_size(to_path(path), error); // plain files only
     std::ifstream file(to_path(path), std::ios::binary);
     if (error || size > LARGEST_FILE || !file) return std::nullopt;
-    std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (file.bad()) return std::nullopt;
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) return std::nullopt;
     return bytes;
 }
 
@@ -156,7 +155,7 @@ int export_lap(std::string const& name, std::string const& track, std::string co
     std::string fault;
     std::optional<std::string> const bytes = pack_lap(lap, fault);
     if (!bytes) return fail("the lap cannot be shared: " + fault);
-    if (fs::exists(to_path(path))) return fail(path + " is there already");
+    if (is_there(to_path(path))) return fail(path + " is there already");
     if (!replace_file(path, {*bytes})) return fail(path + " cannot be written");
     std::printf("Wrote %s: %s on %s, %s, %zu bytes.\n", path.c_str(), name.c_str(),
                 lap.track.c_str(), seconds_text(record->seconds).c_str(), bytes->size());

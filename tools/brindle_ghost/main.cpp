@@ -35,8 +35,7 @@ int main(int argc, char** argv) {
     std::string const verb = words.empty() ? "" : words[0];
     if (verb == "--help") return show_usage(stdout, 0);
     // The file is meant from here, the tracks from where the game plays.
-    std::string const file =
-        words.size() < 2 ? "" : to_text(std::filesystem::absolute(to_path(words.back())));
+    std::string const file = words.size() < 2 ? "" : to_text(from_root(to_path(words.back())));
     bool const has_data = enter_game_folder();
     if (!has_data) std::fputs("brindle-ghost: no game data found: tracks have no names\n", stderr);
     if (verb == "list" && words.size() == 1) return list_records();

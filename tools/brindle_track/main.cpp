@@ -81,7 +81,7 @@ int fail(std::string const& reason) {
 
 // Themes beside the course come before the game's.
 std::vector<fs::path> theme_folders(fs::path const& course, fs::path const& data) {
-    return {fs::absolute(course).parent_path(), data / "themes"};
+    return {from_root(course).parent_path(), data / "themes"};
 }
 
 // A name that can stand in a file's name, in quotes and on the menu.
@@ -96,15 +96,17 @@ int make_new(Call const& call, fs::path const& data) {
     std::string const path = call.subject + ".course";
     std::vector<fs::path> const themes = theme_folders(to_path(path), data);
     if (std::none_of(themes.begin(), themes.end(), [&](fs::path const& folder) {
-            return fs::exists(folder / to_path(call.theme + ".theme"));
+            return is_there(folder / to_path(call.theme + ".theme"));
         })) {
         std::string known;
-        for (auto const& entry : fs::directory_iterator(themes.back())) {
-            known.append(1, ' ').append(to_text(entry.path().stem()));
+        std::error_code error;
+        for (fs::directory_iterator entry(themes.back(), error), end; !error && entry != end;
+             entry.increment(error)) {
+            known.append(1, ' ').append(to_text(entry->path().stem()));
         }
         return fail("there is no theme \"" + call.theme + "\"; there are:" + known);
     }
-    if (fs::exists(to_path(path))) return fail(path + " is there already");
+    if (is_there(to_path(path))) return fail(path + " is there already");
     std::ofstream file(to_path(path));
     file << first_course(call.subject, call.theme);
     file.close();
@@ -140,7 +142,9 @@ bool put_in_place(fs::path const& made, fs::path const& tracks, std::string cons
 int build(Call& call, fs::path const& data) {
     std::optional<Course> course = read_course(call.subject);
     if (!course) return FAULT;
-    fs::path const source = fs::weakly_canonical(to_path(call.subject));
+    std::error_code error;
+    fs::path const source = fs::weakly_canonical(to_path(call.subject), error);
+    if (error) return fail(call.subject + ": " + error.message());
     std::string const name = course->name.empty() ? to_text(source.stem()) : course->name;
     if (!is_usable(name)) return fail("a track cannot be called \"" + name + "\"");
     fs::path const own = own_game_folder();
@@ -151,14 +155,13 @@ int build(Call& call, fs::path const& data) {
 
     // Made beside the tracks, so that the game never meets half a track.
     fs::path const workshop = own / ".workshop";
-    std::error_code ignored;
-    fs::create_directories(workshop, ignored);
+    fs::create_directories(workshop, error);
     bool const made = make_track(*std::move(course), call.subject, theme_folders(source, data),
                                  to_text(workshop / to_path(name)), show_step);
     std::string const file = std::to_string(choice.slot) + "_" + name;
     bool const placed =
         made && put_in_place(workshop / to_path(name), own / "tracks", file, choice.before);
-    fs::remove_all(workshop, ignored);
+    fs::remove_all(workshop, error);
     if (!made) return FAULT;
     if (!placed) return fail(to_text(own / "tracks" / to_path(file)) + ".trk cannot be written");
     remember_built(own / "tracks", source, to_path(file + ".trk"));
@@ -176,7 +179,7 @@ std::string find_game() {
     fs::path const here = program_folder();
     std::string game = program_file("brindle-run");
     for (fs::path const& place : {here / game, here / "../games" / game}) {
-        if (!here.empty() && fs::exists(place)) return to_text(place.lexically_normal());
+        if (!here.empty() && is_there(place)) return to_text(place.lexically_normal());
     }
     return game;
 }

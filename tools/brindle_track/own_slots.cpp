@@ -84,7 +84,7 @@ SlotChoice choose_slot(fs::path const& tracks, fs::path const& data, fs::path co
     SlotChoice choice;
     std::map<fs::path, fs::path> const built = read_built(tracks);
     auto const last = built.find(course);
-    if (last != built.end() && fs::exists(tracks / last->second)) choice.before = last->second;
+    if (last != built.end() && is_there(tracks / last->second)) choice.before = last->second;
     Holders const holders = find_holders(tracks, data, choice.before);
 
     choice.slot = wanted;
@@ -116,6 +116,6 @@ void remember_built(fs::path const& tracks, fs::path const& course, fs::path con
     std::ofstream file(tracks / NOTE);
     for (auto const& [from, made] : built) {
         // What has been taken away since may come back as a foreign file of the same name.
-        if (fs::exists(tracks / made)) file << to_text(made) << '\t' << to_text(from) << '\n';
+        if (is_there(tracks / made)) file << to_text(made) << '\t' << to_text(from) << '\n';
     }
 }

@@ -43,7 +43,7 @@ std::optional<Theme> find_theme(Course const& course, std::string const& course_
     std::string tried;
     for (fs::path const& folder : themes) {
         tried = to_text(folder / to_path(course.theme + ".theme"));
-        if (fs::exists(to_path(tried))) return read_theme(tried);
+        if (is_there(to_path(tried))) return read_theme(tried);
     }
     report(course_path, {{course.theme_line, "theme: there is no file " + tried}});
     return std::nullopt;
