@@ -1,10 +1,12 @@
 #include "support/canvas.h"
+#include "track_compiler/blue_noise.h"
 #include "track_compiler/palette.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdlib>
+#include <vector>
 
 namespace {
 
@@ -78,4 +80,47 @@ TEST(Palette, KeepsFewColoursExactly) {
     SurfaceHandle const shown(SDL_ConvertSurface(reduced.get(), picture->format, 0));
     EXPECT_EQ(difference(surface_pixel(shown.get(), 3, 3), {200, 100, 50, 255}), 0);
     EXPECT_EQ(difference(surface_pixel(shown.get(), 7, 7), {12, 34, 56, 255}), 0);
+}
+
+// A road's greys must not turn blue and red, however many other colours ask for entries.
+TEST(Palette, KeepsGreysGrey) {
+    SurfaceHandle const picture = meadow(400, 300, {0, 0, 400, 80});
+    for (int y = 100; y < 160; ++y) {
+        for (int x = 0; x < 400; ++x) {
+            auto const grey = static_cast<std::uint8_t>(60 + x / 8 + (x * 7 + y * 5) % 5);
+            set_surface_pixel(picture.get(), x, y, {grey, grey, grey, 255});
+        }
+    }
+    SurfaceHandle const reduced = reduce_to_palette(picture.get());
+    SurfaceHandle const shown(SDL_ConvertSurface(reduced.get(), picture->format, 0));
+    for (int y = 100; y < 160; ++y) {
+        for (int x = 0; x < 400; ++x) {
+            SDL_Color const pixel = surface_pixel(shown.get(), x, y);
+            ASSERT_LE(std::max({pixel.r, pixel.g, pixel.b}) - std::min({pixel.r, pixel.g, pixel.b}),
+                      6)
+                << x << ", " << y;
+        }
+    }
+}
+
+// Whatever share of the thresholds is passed, every part of the square has its due.
+TEST(BlueNoise, LiesEvenly) {
+    constexpr std::size_t PART = 8;
+    auto const& noise = blue_noise();
+    for (std::size_t const share : {noise.size() / 8, noise.size() / 2}) {
+        std::size_t const due = PART * PART * share / noise.size();
+        for (std::size_t top = 0; top < BLUE_NOISE_SIDE; top += PART) {
+            for (std::size_t left = 0; left < BLUE_NOISE_SIDE; left += PART) {
+                std::size_t passed = 0;
+                for (std::size_t i = 0; i < PART * PART; ++i) {
+                    std::size_t const row = top + i / PART;
+                    passed += noise[row * BLUE_NOISE_SIDE + left + i % PART] < share ? 1U : 0U;
+                }
+                EXPECT_NEAR(static_cast<double>(passed), static_cast<double>(due), 4.0);
+            }
+        }
+    }
+    std::vector<bool> seen(noise.size());
+    for (std::uint16_t const threshold : noise) seen[threshold] = true;
+    EXPECT_EQ(std::count(seen.begin(), seen.end(), false), 0);
 }

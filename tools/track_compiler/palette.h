@@ -5,6 +5,6 @@
 
 #include "base/sdl_handles.h"
 
-// `picture` in SDL_PIXELFORMAT_INDEX8: colours chosen for it, errors spread to the neighbours. It
+// `picture` in SDL_PIXELFORMAT_INDEX8: colours chosen for it, those between them dithered. It
 // is in PIXEL_FORMAT, and its alpha is not looked at. Null if there is no memory for it.
 SurfaceHandle reduce_to_palette(SDL_Surface* picture);
