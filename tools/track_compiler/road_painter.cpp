@@ -1,5 +1,6 @@
 #include "track_compiler/road_painter.h"
 
+#include "track_compiler/goal.h"
 #include "track_compiler/grain.h"
 #include "track_compiler/picture.h"
 #include "track_compiler/scenery.h"
@@ -36,20 +37,60 @@ Colour worn(PaintSource const& source, Point at, RoadPlace const& place, RoadPla
     return mix(theme.road, theme.road_worn, stepped(amount));
 }
 
-// Where the surface was cut open and closed again: a piece in another shade with a seam of tar.
-double repair(RoadPlace const& place, double strength) {
+// A piece of the surface that was cut open and closed again. Lengths in cells.
+struct Repair {
+    bool made = false; // most stretches have none
+    double along = 0.0;
+    double lateral = 0.0;
+    double half_long = 0.0;
+    double half_wide = 0.0;
+    double tone = 1.0;
+};
+
+// None where the line, the boxes behind it or letters would lie on it.
+bool may_repair(PaintSource const& source, Repair const& repair) {
+    constexpr double GOAL_ROOM = 200.0;
+    if (repair.along >= FORK_ALONG) return true;
+    Point const middle = source.line.at(repair.along).at;
+    if (distance(middle, goal_of(source.track).middle) < GOAL_ROOM) return false;
+    return std::none_of(source.course.letterings.begin(), source.course.letterings.end(),
+                        [&](Lettering const& lettering) {
+                            double const reach =
+                                (0.5 * static_cast<double>(lettering.text.size()) + 1.0) *
+                                lettering.height;
+                            return distance(middle, lettering.at) < reach;
+                        });
+}
+
+Repair repair_of(PaintSource const& source, double along) {
     constexpr double STRETCH = 130.0; // cells of road that have one piece or none
-    auto const number = static_cast<std::uint32_t>(std::max(0.0, place.along / STRETCH));
-    if (chance(number, 11, 7) > 0.5 * strength) return 1.0;
-    double const half_long = 12.0 + 30.0 * chance(number, 12, 7);
-    double const half_wide = 8.0 + 14.0 * chance(number, 13, 7);
-    double const middle = 44.0 * (chance(number, 14, 7) - 0.5);
-    double const x = std::fabs(place.along - (number + 0.5) * STRETCH) - half_long;
-    double const y = std::fabs(place.lateral - middle) - half_wide;
-    double const outside = std::max(x, y);
-    if (outside > 0.6) return 1.0;
-    bool const seam = outside > -0.6;
-    return seam ? 0.72 : 0.90 + 0.16 * chance(number, 15, 7);
+    auto const number = static_cast<std::uint32_t>(std::max(0.0, along / STRETCH));
+    if (chance(number, 11, 7) > 0.32 * source.theme.repairs) return {};
+    Repair repair{.along = (number + 0.5) * STRETCH,
+                  .lateral = 44.0 * (chance(number, 14, 7) - 0.5),
+                  .half_long = 10.0 + 16.0 * chance(number, 12, 7),
+                  .half_wide = 7.0 + 7.0 * chance(number, 13, 7),
+                  .tone = chance(number, 15, 7) < 0.5 ? 0.94 : 1.05};
+    repair.made = may_repair(source, repair);
+    return repair;
+}
+
+// What the piece makes of the surface: another shade, and what wear has left of its seam of tar.
+double repaired(Repair const& repair, RoadPlace const& place, Point at) {
+    constexpr double ROUND = 4.0; // radius of its corners
+    double const x = std::fabs(place.along - repair.along) - repair.half_long + ROUND;
+    double const y = std::fabs(place.lateral - repair.lateral) - repair.half_wide + ROUND;
+    double const corner = std::hypot(std::max(x, 0.0), std::max(y, 0.0));
+    double const wavy = 2.0 * (clouds().at(at, 14.0) - 0.5);
+    double const outside = corner + std::min(std::max(x, y), 0.0) - ROUND + wavy;
+    double const left = smoothstep(0.48, 0.56, clouds().at({at.y, at.x}, 30.0));
+    double const seam = 0.14 * left * coverage(std::fabs(outside) - 0.5);
+    return (1.0 + (repair.tone - 1.0) * coverage(outside)) * (1.0 - seam);
+}
+
+double repair(PaintSource const& source, RoadPlace const& place, Point at) {
+    Repair const found = repair_of(source, place.along);
+    return found.made ? repaired(found, place, at) : 1.0;
 }
 
 // Stones in the surface, and dust or moss that lies along its edges.
@@ -70,7 +111,7 @@ Colour road_colour(PaintSource const& source, Point at, RoadPlace const& place) 
     if (theme.repairs > 0.0) {
         double const crack = smoothstep(0.8, 1.0, cracks().at(at, 150.0)) *
                              smoothstep(0.52, 0.62, clouds().at(at, 300.0));
-        colour = shade(colour, repair(main.edge < MOUTH ? main : place, theme.repairs) *
+        colour = shade(colour, repair(source, main.edge < MOUTH ? main : place, at) *
                                    (1.0 - 0.25 * stepped(crack)));
     }
     double const away = -place.edge + 11.0 * (clouds().at(at, 30.0) - 0.5);
