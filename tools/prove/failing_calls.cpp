@@ -1,8 +1,10 @@
 // One chosen call fails, as it may on any machine: a disk that breaks, a table of files that is
 // full, a card without memory for one more texture. Calls are counted from the program's main on.
 //
-// KIND is one of the names below. Under AddressSanitizer memory is the sanitizer's own, and
-// "malloc" counts nothing.
+// Memory is in failing_memory.cpp; under a sanitizer it is the sanitizer's own, and "malloc" counts
+// nothing.
+
+#include "prove/failing_calls.h"
 
 #include "prove/stage.h"
 
@@ -25,20 +27,6 @@
 
 namespace {
 
-enum class Kind {
-    open,
-    read,
-    write,
-    close,
-    rename,
-    sync,
-    malloc,
-    texture,
-    surface,
-    font,
-    screen,
-    device
-};
 constexpr std::array NAMES{"open",   "read",    "write",   "close", "rename", "sync",
                            "malloc", "texture", "surface", "font",  "screen", "device"};
 
@@ -59,15 +47,6 @@ void tell_calls() {
         std::fprintf(file, "%s %ld\n", NAMES.at(i), ledger.calls.at(i).load());
     }
     std::fclose(file);
-}
-
-bool fails(Kind kind) {
-    if (!ledger.counting || Backstage::entered()) return false;
-    auto const index = static_cast<std::size_t>(kind);
-    long const number = ++ledger.calls[index];
-    bool const chosen = static_cast<int>(kind) == ledger.kind && number == ledger.number;
-    if (chosen && std::getenv("BRINDLE_STOP") != nullptr) raise(SIGTRAP);
-    return chosen;
 }
 
 // A stream's own sign that an operation on it has failed.
@@ -103,6 +82,15 @@ int mode_of(int flags, std::va_list arguments) {
 }
 
 } // namespace
+
+bool fails(Kind kind) {
+    if (!ledger.counting || Backstage::entered()) return false;
+    auto const index = static_cast<std::size_t>(kind);
+    long const number = ++ledger.calls[index];
+    bool const chosen = static_cast<int>(kind) == ledger.kind && number == ledger.number;
+    if (chosen && std::getenv("BRINDLE_STOP") != nullptr) raise(SIGTRAP);
+    return chosen;
+}
 
 void start_counting_calls() {
     std::array<char, 16> kind{};
@@ -188,24 +176,6 @@ int fsync(int /*file*/) {
         return -1;
     }
     return 0; // nobody pulls the plug here: no need to wait for the disk
-}
-
-void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
-void* __libc_realloc(void*, std::size_t);
-void* __libc_memalign(std::size_t, std::size_t);
-
-void* malloc(std::size_t size) {
-    return fails(Kind::malloc) ? (errno = ENOMEM, nullptr) : __libc_malloc(size);
-}
-void* calloc(std::size_t count, std::size_t size) {
-    return fails(Kind::malloc) ? (errno = ENOMEM, nullptr) : __libc_calloc(count, size);
-}
-void* realloc(void* old, std::size_t size) {
-    return fails(Kind::malloc) ? (errno = ENOMEM, nullptr) : __libc_realloc(old, size);
-}
-void* aligned_alloc(std::size_t alignment, std::size_t size) {
-    return fails(Kind::malloc) ? (errno = ENOMEM, nullptr) : __libc_memalign(alignment, size);
 }
 
 SDL_Texture* SDL_CreateTexture(SDL_Renderer* renderer, Uint32 format, int access, int w, int h) {

@@ -6,7 +6,7 @@
 //
 //   BRINDLE_SCRIPT=TEXT          plays a part, see actor.h
 //   BRINDLE_MONKEY="SEED FRAMES" presses whatever it finds, then closes the window
-//   BRINDLE_FAIL="KIND K"        the K-th call of KIND fails, see failing_calls.cpp
+//   BRINDLE_FAIL="KIND K"        the K-th call of KIND fails, see failing_calls.h
 //   BRINDLE_STOP=1               a debugger gets to see that call
 //   BRINDLE_CALLS=FILE           at the end the file tells how often each kind was called
 //   BRINDLE_SIZE="W H"           the window's size, whatever the program asks for

@@ -60,14 +60,15 @@ class Ended:
         return ""
 
 
-def play(build, folder, home, *arguments, **stage):
+def play(build, folder, home, *arguments, environment=None, **stage):
     """Runs the program to its end; stage holds the variables of stage.h, in lower case."""
     environment = {
         **{k: v for k, v in os.environ.items() if k not in ("DISPLAY", "WAYLAND_DISPLAY")},
         "SDL_VIDEODRIVER": "dummy", "SDL_RENDER_DRIVER": "software", "SDL_AUDIODRIVER": "dummy",
         "XDG_DATA_HOME": str(home), "LD_PRELOAD": str(build.stage),
         "ASAN_OPTIONS": f"exitcode={SANITIZER_STATUS}:allocator_may_return_null=1:malloc_context_size=3",
-        "UBSAN_OPTIONS": "print_stacktrace=1",
+        "UBSAN_OPTIONS": "print_stacktrace=1", "TSAN_OPTIONS": f"exitcode={SANITIZER_STATUS}",
+        **(environment or {}),
         **{"BRINDLE_" + name.upper(): str(value) for name, value in stage.items()}}
     with subprocess.Popen([build.program, *arguments], cwd=folder, env=environment, text=True,
                           errors="replace", stdout=subprocess.PIPE,
