@@ -4,28 +4,9 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
-namespace {
-
-namespace fs = std::filesystem;
-
-// A game folder whose art/fonts holds the three files that the race asks for.
-void provide_fonts(fs::path const& folder) {
-    fs::path const source = "/usr/share/fonts/truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf";
-    fs::path const fonts = folder / "art" / "fonts";
-    fs::create_directories(fonts);
-    for (char const* name :
-         {"Montserrat-Black.otf", "LiberationMono-Bold.ttf", "RocketBrush-DYwyW.otf"}) {
-        fs::create_symlink(source, fonts / name);
-    }
-}
-
-} // namespace
-
 TEST(Fonts, OpenAtPhysicalSizeWithAFloor) {
-    TempDir const dir;
-    provide_fonts(dir.path());
-    WorkingDir const here(dir.path());
-    TTF_Init();
+    WorkingDir const here;
+    lay_fonts("truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf", RACE_FONTS);
     Fonts fonts;
     fonts.open_all(2.0);
     EXPECT_EQ(fonts.phys_scale, 2.0);

@@ -23,8 +23,7 @@ GamepadConfig config_for(std::string const& device) {
     return {true, device, 0, NONE, 2, 3};
 }
 
-class GamepadTest : public testing::Test {
-protected:
+struct GamepadTest : testing::Test {
     void SetUp() override {
         open_gamepad(pad_, config_for("js" + std::to_string(stick_.number())));
     }
@@ -38,8 +37,8 @@ protected:
         return on(input);
     }
 
-    VirtualStick stick_; // NOLINT(cppcoreguidelines-non-private-member-variables-in-classes)
-    Gamepad pad_;        // NOLINT(cppcoreguidelines-non-private-member-variables-in-classes)
+    VirtualStick stick_;
+    Gamepad pad_;
 };
 
 TEST_F(GamepadTest, ButtonsAndAnAxisBeyondItsThresholdTurnOnTheirControls) {
@@ -88,8 +87,7 @@ TEST_F(GamepadTest, IndicesBeyondTheStickAreIgnoredAndNothingIsEverCleared) {
 }
 
 // These count on the virtual stick being number 0.
-class OnlyStick : public testing::Test {
-protected:
+struct OnlyStick : testing::Test {
     void SetUp() override {
         SDL_InitSubSystem(SDL_INIT_JOYSTICK);
         int const attached = SDL_NumJoysticks();

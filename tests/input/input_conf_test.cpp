@@ -1,5 +1,6 @@
 #include "input/input_conf.h"
 #include "support/files.h"
+#include "support/said.h"
 
 #include <gtest/gtest.h>
 
@@ -114,9 +115,9 @@ TEST(InputConf, OwnKeysTakeTheBuiltInOnesPlacesUnlessTwoControlsWouldShareOne) {
     for (OwnKeys const& c : OWN_KEYS) {
         SCOPED_TRACE(c.conf);
         write_file(folder.file("input.conf"), c.conf);
-        testing::internal::CaptureStderr();
-        KeyBindings const keys = load_own_keys(folder.file("input.conf"));
-        std::string const told = testing::internal::GetCapturedStderr();
+        KeyBindings keys;
+        std::string const told =
+            errors_of([&] { keys = load_own_keys(folder.file("input.conf")); });
         std::string names;
         for (SDL_Scancode const key : keys_of(keys.at(c.player), c.control)) {
             names += SDL_GetScancodeName(key) + std::string(" ");

@@ -6,10 +6,25 @@ import unittest
 from robot import Game, menu_of, near, winner
 from tracks import png, ring
 
+COUNTS = ((270, 100, 100, 90), (910, 100, 100, 90))
+TOAST, RESULT = (340, 190, 600, 52), (300, 415, 680, 190)
 GAME_OVER = (395, 262, 495, 84)
 HINT = (450, 384, 380, 20)
 GREEN = (60, 250, 60)
 RING = {"tracks/1_ring.trk": ring(), "tracks/1_ring.png": png(GREEN, 200, 150)}
+
+
+def count(p):
+    """A number of the countdown in each view."""
+    return all(p.count(rect, near((238, 185, 35), 40)) > 100 for rect in COUNTS)
+
+
+def no_count(p):
+    return all(p.count(rect, near((238, 185, 35), 40)) == 0 for rect in COUNTS)
+
+
+def result(p):
+    return p.count(RESULT, near((225, 228, 238), 30)) > 500
 
 
 def game_over(p):
@@ -20,16 +35,25 @@ def game_over(p):
 
 
 class AiRace(unittest.TestCase):
-    def test_both_cars_race_to_game_over(self):
-        with Game("-ai2", "-race=1", "7") as game:
-            first = game.wait_line(r"^P([12]) lap 1: \d+\.\d{3} s  \(best\)$")[1]
+    def test_both_cars_race_from_countdown_to_game_over_and_rematch(self):
+        with Game("-ai2", "-race=1", without=("tracks",), files=RING) as game:
+            game.wait_picture(count)
+            game.wait_picture(no_count)
+            game.press("9")
+            game.wait_line("^no track in slot 9$")
+            game.wait_picture(lambda p: p.count(TOAST, near((255, 220, 110), 40)) > 200)
+            first = game.wait_line(r"^P([12]) finished the race$")[1]
             second = "2" if first == "1" else "1"
             game.wait_line(f"^P{second} finished the race$")
-            game.wait_picture(game_over)
-            race = [re.sub(r"\d+\.\d{3}", "T", line) for line in game.lines[2:]]
+            game.wait_picture(lambda p: game_over(p) and result(p))
+            race = [re.sub(r"\d+\.\d{3}", "T", line) for line in game.lines[2:] if line[0] == "P"]
             self.assertEqual(race, [f"P{first} lap 1: T s  (best)", f"P{first} finished the race",
                                     f"P{second} lap 1: T s  (best)", f"P{second} finished the race"])
             self.assertEqual(game.errors, [])
+            game.press("BackSpace")
+            game.wait_line("^race restarted$")
+            game.wait_picture(lambda p: count(p) and not result(p))
+            self.assertEqual(game.interrupt(), 0)
 
     def test_game_over_by_escape_its_keys_and_the_limit_of_time(self):
         with Game("-ai", "-race=1", without=("tracks",), files=RING) as game:

@@ -15,6 +15,14 @@ TRACKS = {"tracks/1_ring.trk": ring(), "tracks/1_ring.png": png((200, 220, 200),
           "tracks/2_old_harbour.trk": track(400, 300)}
 
 
+def run_without_display(folder, *args, **environment):
+    hidden = {name: value for name, value in os.environ.items()
+              if name not in ("DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER")}
+    return subprocess.run(["./brindle-run", *args], cwd=folder, capture_output=True, text=True,
+                          timeout=PATIENCE_S,
+                          env={**hidden, "SDL_AUDIODRIVER": "dummy", **environment})
+
+
 class Report(unittest.TestCase):
     def report(self, *args, table=TABLE):
         """Runs the report to its end; the game's folder is there until the test is over."""
@@ -114,30 +122,27 @@ class StartedElsewhere(unittest.TestCase):
         with tempfile.TemporaryDirectory() as bare:
             shutil.copy(os.path.join(GAME_DIR, "brindle-run"), bare)
             # Without a display there is nobody to close the message box for.
-            hidden = {k: v for k, v in os.environ.items() if k not in ("DISPLAY", "WAYLAND_DISPLAY")}
-            ended = subprocess.run(
-                ["./brindle-run"], cwd=bare, capture_output=True, text=True, timeout=PATIENCE_S,
-                env={**hidden, "SDL_VIDEODRIVER": "dummy", "SDL_RENDER_DRIVER": "software",
-                     "SDL_AUDIODRIVER": "dummy", "XDG_DATA_HOME": bare})
+            ended = run_without_display(bare, SDL_VIDEODRIVER="dummy",
+                                        SDL_RENDER_DRIVER="software", XDG_DATA_HOME=bare)
             self.assertEqual(ended.returncode, 1)
             self.assertRegex(ended.stderr, r"^FATAL: cannot open font art/fonts/.*\n"
                                            r"Brindle Run found no game data: install .*\n$")
             self.assertFalse(os.path.exists(os.path.join(bare, "BrindleRun", "game")))
 
 
-class Arguments(unittest.TestCase):
-    def ends(self, *args):
-        with Game(*args, without=("art", "tracks", "music", "sounds")) as game:
-            status = game.wait_exit()
-            return status, game.lines, game.errors
-
-    def test_gamepad_test_without_any(self):
-        self.assertEqual(self.ends("-gamepad-test", "-o"), (
-            0, ["gamepad-test: 0 joystick(s) attached", "  (plug one in and rerun)"],
-            ["ignoring unrecognised argument: -o"]))
+    def test_ends_where_there_is_no_display(self):
+        ended = run_without_display(GAME_DIR, "-fast")
+        self.assertEqual(ended.returncode, 1)
+        self.assertIn("Window: there is no display\n", ended.stderr)
 
 
 class OneShots(unittest.TestCase):
+    def test_gamepad_test_without_any(self):
+        with Game("-gamepad-test", "-o", without=("art", "tracks", "music", "sounds")) as game:
+            self.assertEqual((game.wait_exit(), game.lines, game.errors), (
+                0, ["gamepad-test: 0 joystick(s) attached", "  (plug one in and rerun)"],
+                ["ignoring unrecognised argument: -o"]))
+
     def leaves_by_escape(self, option, picture):
         with Game(option) as game:
             game.wait_picture(picture)

@@ -45,8 +45,7 @@ std::uint64_t allocations_of_a_frame(GameLoop& loop) {
 
 // Two computer drivers race on the built-in course, with text and all; nothing else is there.
 TEST(GameLoop, AllocatesInAFrameOnlyForTyreMarks) {
-    TempDir const folder;
-    WorkingDir const there(folder.path());
+    WorkingDir const folder;
     SDL_InitSubSystem(SDL_INIT_VIDEO);
     Canvas const canvas(320, 180); // small, as it is the drawing that takes the time
     SDL_RenderSetLogicalSize(canvas.renderer(), 1280, 720);

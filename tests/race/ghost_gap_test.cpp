@@ -10,8 +10,7 @@
 namespace {
 
 // The computer's best lap of the built-in course, recorded at 1000 Hz.
-class GhostGapTest : public testing::Test {
-protected:
+struct GhostGapTest : testing::Test {
     static void SetUpTestSuite() {
         race = std::make_unique<HeadlessRace>();
         headless_start(*race, make_default_track(), {.ai_blue = false, .laps = 3});

@@ -8,8 +8,7 @@
 namespace {
 
 // The built-in course is made for a drawing of 17 pixels a cell.
-class Headless : public testing::Test {
-protected:
+struct Headless : testing::Test {
     Headless() { PIXELS_PER_CELL = 17; }
 };
 

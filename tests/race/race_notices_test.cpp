@@ -4,12 +4,11 @@
 #include "render/scene.h"
 #include "support/canvas.h"
 
-#include <functional>
+#include <tuple>
 
 namespace {
 
-class Notices : public testing::Test {
-protected:
+struct Notices : testing::Test {
     Notices() {
         sim.p1.id = 1;
         sim.p2.id = 2;
@@ -94,33 +93,25 @@ TEST_F(Notices, WarnWhomItConcerns) {
 }
 
 TEST_F(Notices, ResultTellsTimesLapsAndRecords) {
-    struct Case {
-        int blue_laps;
-        bool blue_finished;
-        bool blue_late;
-        char const* gap;
-    };
-    for (Case const& c : {Case{3, true, false, "+1.25"}, Case{2, true, false, texts::LAP_BEHIND},
-                          Case{1, true, false, "2 laps"}, Case{1, false, true, texts::TOO_LATE},
-                          Case{1, false, false, texts::STOPPED}}) {
+    using Kind = RaceEventKind;
+    for (auto const& [blue_laps, blue_end, gap] : {std::tuple{3, Kind::Finished, "+1.25"},
+                                                   {2, Kind::Finished, texts::LAP_BEHIND},
+                                                   {1, Kind::Finished, "2 laps"},
+                                                   {1, Kind::OutOfTime, texts::TOO_LATE},
+                                                   {1, Kind::WrongWay, texts::STOPPED}}) {
         start_notices(notices, 1000);
         sim.p1.name = "Zoe";
         sim.winner = 1;
         sim.p1.view.laps_done = 3;
-        sim.p2.view.laps_done = c.blue_laps;
+        sim.p2.view.laps_done = blue_laps;
         sim.p1.view.finished_ms = sim.p2.view.finished_ms = 9000;
         sim.p1.finish_ms = 91500.0;
         sim.p2.finish_ms = 92750.0;
-        for (std::uint32_t const ms : {30500U, 30000U, 31000U}) {
-            tell({.kind = RaceEventKind::Lap,
-                  .player = 1,
-                  .time_ms = ms,
-                  .record = ms == 30000 ? 2 : 0},
-                 5000);
+        for (auto const& [ms, record] : {std::pair{30500U, 0}, {30000U, 2}, {31000U, 0}}) {
+            tell({.kind = Kind::Lap, .player = 1, .time_ms = ms, .record = record}, 5000);
         }
-        tell({.kind = RaceEventKind::Finished, .player = 1, .is_first = true}, 5000);
-        if (c.blue_finished) tell({.kind = RaceEventKind::Finished, .player = 2}, 6000);
-        if (c.blue_late) tell({.kind = RaceEventKind::OutOfTime, .player = 2}, 6000);
+        tell({.kind = Kind::Finished, .player = 1, .is_first = true}, 5000);
+        tell({.kind = blue_end, .player = 2}, 6000);
         ResultTable const table = result_table(notices, sim);
         EXPECT_EQ(table.title, "Zoe wins");
         EXPECT_EQ(table.rows[0].total, "1:31.50");
@@ -130,7 +121,7 @@ TEST_F(Notices, ResultTellsTimesLapsAndRecords) {
         EXPECT_EQ(table.rows[1].name, "Blue");
         EXPECT_EQ(table.rows[1].best_lap, texts::NO_TIME);
         EXPECT_EQ(table.rows[1].note, "");
-        EXPECT_EQ(table.rows[1].gap, c.gap);
+        EXPECT_EQ(table.rows[1].gap, gap);
     }
     canvas.clear(BLACK);
     render_result(canvas.renderer(), 1280, 720, mono.fonts, result_table(notices, sim), 0.0F);

@@ -1,13 +1,13 @@
 #include "audio/audio.h"
 #include "race/race_report.h"
 #include "race/race_rules.h"
+#include "support/said.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-class RaceRules : public testing::Test {
-protected:
+struct RaceRules : testing::Test {
     RaceRules() {
         sim.p1.id = 1;
         sim.p2.id = 2;
@@ -74,9 +74,7 @@ TEST_F(RaceRules, WhoComesSecondHasTwentySeconds) {
     Audio audio;
     std::string const path;
     ReportContext report{sim, audio, path, 0, false, {}};
-    testing::internal::CaptureStdout();
-    report_events(report, events);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "P2 out of time — race over\n");
+    EXPECT_EQ(output_of([&] { report_events(report, events); }), "P2 out of time — race over\n");
 }
 
 TEST_F(RaceRules, ARaceIsOverASecondAfterBothHaveFinished) {

@@ -3,6 +3,7 @@
 #include "race/race_tick.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
+#include "support/said.h"
 #include "support/tracks.h"
 #include "world/car_physics.h"
 #include "world/wall_contact.h"
@@ -27,8 +28,7 @@ Track make_straight() {
     return track_from_rows(rows);
 }
 
-class RaceTick : public testing::Test {
-protected:
+struct RaceTick : testing::Test {
     RaceTick() {
         sim.track = &track;
         line_up_players(sim, track);
@@ -51,10 +51,10 @@ protected:
     std::string pass(Player& player, double x, bool arcade = false, int slot = 0, int i = 0) {
         player.car.x = x;
         player.car.speed = player.car.throttle = 0.0;
-        testing::internal::CaptureStdout();
-        EXPECT_FALSE(tick(player, i, arcade));
-        report(arcade, slot);
-        return testing::internal::GetCapturedStdout();
+        return output_of([&] {
+            EXPECT_FALSE(tick(player, i, arcade));
+            report(arcade, slot);
+        });
     }
 
     // One clean lap that ends `ms` after the last one, in a track of one dimension.

@@ -1,14 +1,14 @@
 #include "audio/audio.h"
 #include "race/clocks.h"
 #include "race/simulation.h"
+#include "support/said.h"
 #include "support/tracks.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-class Race : public testing::Test {
-protected:
+struct Race : testing::Test {
     // What the race asks of the game around it, in order.
     std::string restart(bool clear, bool keep_music) {
         std::string calls;
@@ -34,9 +34,7 @@ TEST_F(Race, RestartPutsTheRaceBack) {
     sim.first_finish_tick = 5;
     sim.sim_time_ms = 1230;
     audio.music_volume = 0.5F;
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(restart(true, false), "clear apply pick ");
-    testing::internal::GetCapturedStderr();
+    EXPECT_NE(errors_of([&] { EXPECT_EQ(restart(true, false), "clear apply pick "); }), "");
     EXPECT_FALSE(sim.game_over || sim.countdown.active);
     EXPECT_EQ(sim.winner, 0);
     EXPECT_EQ(sim.first_finish_tick, 0U);

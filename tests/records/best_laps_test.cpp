@@ -2,6 +2,7 @@
 #include "records/printed.h"
 #include "support/files.h"
 #include "support/records.h"
+#include "support/said.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +10,6 @@
 
 namespace fs = std::filesystem;
 using namespace std::string_literals;
-using testing::internal::CaptureStderr;
-using testing::internal::GetCapturedStderr;
 
 namespace {
 
@@ -116,11 +115,10 @@ TEST_F(BestLaps, SurviveWhatTheFileCannotHold) {
 
 TEST_F(BestLaps, SayWhenTheyCannotBeWritten) {
     fs::create_directory(table_path());
-    CaptureStderr();
-    EXPECT_FALSE(save_best_lap_table({{"A", {{1, {2.0, ""}}}}}));
-    EXPECT_EQ(GetCapturedStderr(), "could not write best_lap_times.txt\n");
-    CaptureStderr();
-    EXPECT_EQ(record_best_lap("A", 1, 2.0, ""), 2) << "the rank stands";
-    EXPECT_EQ(GetCapturedStderr(), "could not write best_lap_times.txt\n");
+    std::string const said = errors_of([] {
+        EXPECT_FALSE(save_best_lap_table({{"A", {{1, {2.0, ""}}}}}));
+        EXPECT_EQ(record_best_lap("A", 1, 2.0, ""), 2) << "the rank stands";
+    });
+    EXPECT_EQ(said, "could not write best_lap_times.txt\ncould not write best_lap_times.txt\n");
     EXPECT_TRUE(fs::is_directory(table_path()));
 }

@@ -4,6 +4,7 @@
 #include "render/colors.h"
 #include "support/canvas.h"
 #include "support/child.h"
+#include "support/keys.h"
 
 #include <gtest/gtest.h>
 
@@ -17,28 +18,19 @@ constexpr SDL_Color CLEAR{10, 20, 30, 0};
 constexpr SDL_Color SOLID{200, 100, 50, 255};
 constexpr SDL_Color RIM{118, 0, 3, 255};
 
-bool same(SDL_Color a, SDL_Color b) {
-    return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;
-}
-
 SurfaceHandle ghost_of(SurfaceHandle const& source, int outline) {
     return SurfaceHandle(ghost_transform(source.get(), outline, RIM));
 }
 
 TEST(GhostTransform, GreysByLightAndKeepsAlpha) {
-    struct Case {
-        SDL_Color from;
-        std::uint8_t grey;
+    auto const ghost_of_pixel = [](SDL_Color from, int outline) {
+        return surface_pixel(ghost_of(make_surface(1, 1, from), outline).get(), 0, 0);
     };
-    for (Case const& c : {Case{WHITE, 255},
-                          {{0, 0, 0, 255}, 40},
-                          {SOLID, 164},           // 59.8 + 58.7 + 5.7 + 40 = 164.2
-                          {{10, 0, 0, 1}, 42}}) { // nearly transparent is solid, too
-        SDL_Color const out = surface_pixel(ghost_of(make_surface(1, 1, c.from), 0).get(), 0, 0);
-        EXPECT_TRUE(same(out, {c.grey, c.grey, c.grey, c.from.a})) << int{c.grey} << int{out.r};
-    }
-    SurfaceHandle const faint = ghost_of(make_surface(3, 3, {9, 9, 9, 77}), 2);
-    EXPECT_TRUE(same(surface_pixel(faint.get(), 0, 0), {RIM.r, RIM.g, RIM.b, 77}));
+    EXPECT_EQ(ghost_of_pixel(WHITE, 0), WHITE);
+    EXPECT_EQ(ghost_of_pixel(BLACK, 0), (SDL_Color{40, 40, 40, 255}));
+    EXPECT_EQ(ghost_of_pixel(SOLID, 0), (SDL_Color{164, 164, 164, 255})); // 59.8+58.7+5.7+40
+    EXPECT_EQ(ghost_of_pixel({10, 0, 0, 1}, 0), (SDL_Color{42, 42, 42, 1})) << "solid, too";
+    EXPECT_EQ(ghost_of_pixel({9, 9, 9, 77}, 2), (SDL_Color{RIM.r, RIM.g, RIM.b, 77}));
     EXPECT_EQ(ghost_transform(nullptr, 35, RIM), nullptr);
 }
 
@@ -54,12 +46,12 @@ TEST(GhostTransform, RimFollowsTheEdgeAndRoundsHolesByChamferSteps) {
                 double const from_hole = more - less + less * 1.4142135;
                 double const from_edge = 1 + std::min({x, y, 60 - x, 60 - y});
                 bool const rim = more > 0 && std::min(from_hole, from_edge) < outline;
-                ASSERT_EQ(same(surface_pixel(ghost.get(), x, y), RIM), rim) << x << "," << y;
+                ASSERT_EQ(surface_pixel(ghost.get(), x, y) == RIM, rim) << x << "," << y;
             }
         }
-        EXPECT_TRUE(same(surface_pixel(ghost.get(), MIDDLE, MIDDLE), CLEAR));
+        EXPECT_EQ(surface_pixel(ghost.get(), MIDDLE, MIDDLE), CLEAR);
     }
-    EXPECT_TRUE(same(surface_pixel(source.get(), 0, 0), SOLID)) << "the source is not touched";
+    EXPECT_EQ(surface_pixel(source.get(), 0, 0), SOLID) << "the source is not touched";
 }
 
 TEST(Silhouette, IsBlackAboveTheThresholdOnlyAndFitsItsPlace) {
@@ -78,10 +70,7 @@ TEST(Silhouette, IsBlackAboveTheThresholdOnlyAndFitsItsPlace) {
     EXPECT_EQ(make_silhouette_texture(canvas.renderer(), nullptr, 0), nullptr);
 }
 
-void push_key(SDL_Scancode key) {
-    SDL_Event event{};
-    event.type = SDL_KEYDOWN;
-    event.key.keysym.scancode = key;
+void push(SDL_Event event) {
     SDL_PushEvent(&event);
 }
 
@@ -89,16 +78,14 @@ TEST(GhostTuningScreen, KeysChangeTheMeasuresWithinTheirBounds) {
     ChildResult const child = run_child([] {
         SDL_Init(SDL_INIT_VIDEO);
         Canvas const canvas(320, 180);
-        push_key(SDL_SCANCODE_RIGHT);
-        push_key(SDL_SCANCODE_LEFT);
-        push_key(SDL_SCANCODE_A);
-        push_key(SDL_SCANCODE_DOWN); // already at its least
-        for (int i = 0; i < 65; ++i) push_key(SDL_SCANCODE_UP);
-        push_key(SDL_SCANCODE_ESCAPE);
+        for (SDL_Scancode const key : {SDL_SCANCODE_RIGHT, SDL_SCANCODE_LEFT, SDL_SCANCODE_A,
+                                       SDL_SCANCODE_DOWN}) { // already at its least
+            push(key_event(key));
+        }
+        for (int i = 0; i < 65; ++i) push(key_event(SDL_SCANCODE_UP));
+        push(key_event(SDL_SCANCODE_ESCAPE));
         std::printf("%d\n", run_test_ghost(nullptr, canvas.renderer()) ? 1 : 0);
-        SDL_Event quit{};
-        quit.type = SDL_QUIT;
-        SDL_PushEvent(&quit);
+        push({.type = SDL_QUIT});
         std::printf("%d\n", run_test_ghost(nullptr, canvas.renderer()) ? 1 : 0);
     });
     EXPECT_EQ(child.status, 0);

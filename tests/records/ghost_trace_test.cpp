@@ -40,8 +40,7 @@ std::string frame_bytes(double x, double y) {
     return bytes;
 }
 
-class GhostTrace : public testing::Test {
-protected:
+struct GhostTrace : testing::Test {
     bool load(std::string const& bytes) {
         write_file(path, bytes);
         return load_ghost_trace(path, frames, &ticks);

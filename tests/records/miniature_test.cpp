@@ -1,10 +1,12 @@
 #include "records/miniature.h"
+#include "render/colors.h"
 #include "support/canvas.h"
 #include "support/files.h"
 
 #include <SDL_image.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <functional>
@@ -23,7 +25,7 @@ std::string save_png(TempDir const& dir, int w, int h,
 }
 
 SDL_Color black(int /*x*/, int /*y*/) {
-    return {0, 0, 0, 255};
+    return BLACK;
 }
 
 SurfaceHandle miniature(std::string const& png, std::vector<SDL_FPoint> const& points = {},
@@ -31,21 +33,12 @@ SurfaceHandle miniature(std::string const& png, std::vector<SDL_FPoint> const& p
     return SurfaceHandle(build_miniature(png, points, grid_w, grid_h));
 }
 
-bool is_paint(SDL_Color c) {
-    return c.r == 220 && c.g == 30 && c.b == 30 && c.a == 255;
-}
-
-bool is_black(SDL_Color c) {
-    return c.r == 0 && c.g == 0 && c.b == 0;
-}
+constexpr SDL_Color PAINT{220, 30, 30, 255};
 
 // How many pixels are not black.
-int painted(SurfaceHandle const& picture) {
-    int count = 0;
-    for (int i = 0; i < picture->w * picture->h; ++i) {
-        if (!is_black(surface_pixel(picture.get(), i % picture->w, i / picture->w))) ++count;
-    }
-    return count;
+std::ptrdiff_t painted(SurfaceHandle const& picture) {
+    auto const pixels = surface_pixels(picture.get(), {0, 0, picture->w, picture->h});
+    return picture->w * picture->h - std::count(pixels.begin(), pixels.end(), BLACK);
 }
 
 } // namespace
@@ -84,8 +77,7 @@ TEST(Miniature, AveragesPlainlyAndFlattensOnWhite) {
         if (x < 2) return SDL_Color{200, 0, 0, 0};
         return SDL_Color{0, 100, 0, static_cast<std::uint8_t>(x % 2 == 0 ? 127 : 255)};
     }));
-    SDL_Color const white = surface_pixel(clear.get(), 0, 0);
-    EXPECT_EQ(white.r + white.g + white.b + white.a, 4 * 255);
+    EXPECT_EQ(surface_pixel(clear.get(), 0, 0), WHITE);
     SDL_Color const grey = surface_pixel(clear.get(), 9, 0);
     EXPECT_EQ(grey.r, std::lround((1 - 191 / 255.0) * 255));
     EXPECT_EQ(grey.g, std::lround(100 * 191 / 255.0 + (1 - 191 / 255.0) * 255));
@@ -97,12 +89,12 @@ TEST(Miniature, DrawsTheLapFromCellsToPixels) {
     std::string const png = save_png(dir, 440, 220, black);
     // Grid of 88 x 22 cells: a cell is 5 pixels wide and 10 high. The line's radius is 2.
     SurfaceHandle const out = miniature(png, {{8, 5}, {80, 5}, {80, 15}}, 88, 22);
-    EXPECT_TRUE(is_black(surface_pixel(out.get(), 37, 50)));
-    for (int x = 41; x < 400; ++x) ASSERT_TRUE(is_paint(surface_pixel(out.get(), x, 50))) << x;
-    EXPECT_TRUE(is_black(surface_pixel(out.get(), 200, 46)));
-    EXPECT_TRUE(is_black(surface_pixel(out.get(), 200, 53)));
-    EXPECT_TRUE(is_paint(surface_pixel(out.get(), 400, 149)));
-    EXPECT_TRUE(is_black(surface_pixel(out.get(), 200, 149)));
+    EXPECT_EQ(surface_pixel(out.get(), 37, 50), BLACK);
+    for (int x = 41; x < 400; ++x) ASSERT_EQ(surface_pixel(out.get(), x, 50), PAINT) << x;
+    EXPECT_EQ(surface_pixel(out.get(), 200, 46), BLACK);
+    EXPECT_EQ(surface_pixel(out.get(), 200, 53), BLACK);
+    EXPECT_EQ(surface_pixel(out.get(), 400, 149), PAINT);
+    EXPECT_EQ(surface_pixel(out.get(), 200, 149), BLACK);
 
     SurfaceHandle const dot = miniature(png, {{44, 11}}, 88, 22);
     EXPECT_EQ(painted(dot), 16);
@@ -114,8 +106,8 @@ TEST(Miniature, DrawsTheLapFromCellsToPixels) {
     // Small pictures have a line of radius 1.2: beside the full middle, 0.7 of a pixel each side.
     SurfaceHandle const small =
         miniature(save_png(dir, 100, 10, black), {{0, 5.5}, {100, 5.5}}, 100, 10);
-    EXPECT_TRUE(is_paint(surface_pixel(small.get(), 50, 5)));
-    EXPECT_TRUE(is_black(surface_pixel(small.get(), 50, 3)));
+    EXPECT_EQ(surface_pixel(small.get(), 50, 5), PAINT);
+    EXPECT_EQ(surface_pixel(small.get(), 50, 3), BLACK);
 }
 
 TEST(Miniature, ComesBackFromLinesThatLeaveThePicture) {
@@ -124,8 +116,8 @@ TEST(Miniature, ComesBackFromLinesThatLeaveThePicture) {
     float const inf = std::numeric_limits<float>::infinity();
     std::vector<SDL_FPoint> jumps{{50, 50}, {1e6F, 50}, {-1e6F, 50}};
     SurfaceHandle const out = miniature(png, jumps, 100, 100);
-    for (int x = 0; x < 100; ++x) ASSERT_TRUE(is_paint(surface_pixel(out.get(), x, 50))) << x;
-    EXPECT_TRUE(is_black(surface_pixel(out.get(), 20, 60)));
+    for (int x = 0; x < 100; ++x) ASSERT_EQ(surface_pixel(out.get(), x, 50), PAINT) << x;
+    EXPECT_EQ(surface_pixel(out.get(), 20, 60), BLACK);
     jumps = {{1e30F, -1e30F}, {inf, 0}, {std::nanf(""), 3}, {3e38F, 3e38F}, {50, 50}};
     EXPECT_NE(miniature(png, jumps, 1, 1), nullptr);
     EXPECT_EQ(miniature(dir.file("missing.png")), nullptr);

@@ -42,13 +42,27 @@ BestLapTable marked_table(double mark) {
     return table;
 }
 
-// Saves table and ghost over and over, each time with the next mark, until it is killed.
-[[noreturn]] void save_for_ever(std::string const& ghost, int ready) {
-    for (double mark = 1.0;; mark += 1.0) {
-        save_best_lap_table(marked_table(mark));
-        save_ghost_trace(ghost, marked_lap(mark), 10);
-        if (mark == 1.0 && write(ready, "!", 1) != 1) _exit(1);
+// Starts a program beside this one and waits until it has begun; `go_on` runs again and again.
+template <typename Begin, typename GoOn>
+pid_t start(Begin const& begin, GoOn const& go_on) {
+    std::array<int, 2> ready{};
+    EXPECT_EQ(pipe(ready.data()), 0);
+    pid_t const child = fork();
+    if (child == 0) {
+        begin();
+        if (write(ready[1], "!", 1) != 1) _exit(1);
+        for (;;) go_on();
     }
+    char byte = 0;
+    EXPECT_EQ(read(ready[0], &byte, 1), 1);
+    close(ready[0]);
+    close(ready[1]);
+    return child;
+}
+
+void stop(pid_t child) { // however it ends
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
 }
 
 void expect_whole_table() {
@@ -102,17 +116,15 @@ TEST_F(ReplaceFile, KeepsOldRecordsWhenKilledAtAnyInstant) {
     std::string const ghost = pref_path("ghost.trace");
     std::mt19937 random(4);
     for (int round = 0; round < 300; ++round) {
-        std::array<int, 2> ready{};
-        ASSERT_EQ(pipe(ready.data()), 0);
-        pid_t const child = fork();
-        if (child == 0) save_for_ever(ghost, ready[1]);
-        char byte = 0;
-        ASSERT_EQ(read(ready[0], &byte, 1), 1);
+        double mark = 1.0;
+        auto const save = [&] {
+            save_best_lap_table(marked_table(mark));
+            save_ghost_trace(ghost, marked_lap(mark), 10);
+            mark += 1.0;
+        };
+        pid_t const child = start(save, save);
         usleep(static_cast<useconds_t>(random() % 8000));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        close(ready[0]);
-        close(ready[1]);
+        stop(child);
         expect_whole_table();
         expect_whole_ghost(ghost);
         recover_records(folder);
@@ -179,20 +191,8 @@ TEST(EnterFolder, TellsWhetherAnotherProgramIsRunning) {
         });
         return child.status == 1;
     };
-    std::array<int, 2> ready{};
-    ASSERT_EQ(pipe(ready.data()), 0);
-    pid_t const other = fork();
-    if (other == 0) {
-        enter_folder(place.path(), [] {});
-        if (write(ready[1], "!", 1) != 1) _exit(1);
-        for (;;) pause();
-    }
-    char byte = 0;
-    EXPECT_EQ(read(ready[0], &byte, 1), 1);
+    pid_t const other = start([&] { enter_folder(place.path(), [] {}); }, pause);
     EXPECT_FALSE(is_alone());
-    kill(other, SIGKILL); // however it ends
-    waitpid(other, nullptr, 0);
+    stop(other);
     EXPECT_TRUE(is_alone());
-    close(ready[0]);
-    close(ready[1]);
 }

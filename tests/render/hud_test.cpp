@@ -26,8 +26,7 @@ constexpr SDL_Color BEST = {120, 220, 140, 255};
 constexpr SDL_Color TOTAL = {240, 240, 240, 255};
 constexpr SDL_Color GHOST = {180, 160, 220, 255};
 
-class Hud : public testing::Test {
-protected:
+struct Hud : testing::Test {
     void draw() {
         canvas.clear(BLACK);
         view.body_color = {200, 10, 20, 255};

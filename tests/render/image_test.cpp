@@ -3,6 +3,7 @@
 #include "support/files.h"
 
 #include <SDL_image.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -14,13 +15,6 @@ namespace {
 
 SDL_Color pixel_of(SurfaceHandle const& surface, int x, int y) {
     return surface_pixel(surface.get(), x, y);
-}
-
-void expect_color(SDL_Color actual, SDL_Color expected) {
-    EXPECT_EQ(actual.r, expected.r);
-    EXPECT_EQ(actual.g, expected.g);
-    EXPECT_EQ(actual.b, expected.b);
-    EXPECT_EQ(actual.a, expected.a);
 }
 
 // Colours that follow no pattern, so that pictures compress little and no two places are alike.
@@ -35,13 +29,10 @@ SurfaceHandle make_indexed(int w, int h) {
     return surface;
 }
 
-bool same_pixels(SDL_Surface* one, SDL_Surface* other) {
-    if (one->w != other->w || one->h != other->h) return false;
-    for (int y = 0; y < one->h; ++y) {
-        std::uint32_t const* row = pixel_row(one, y);
-        if (!std::equal(row, row + one->w, pixel_row(other, y))) return false;
-    }
-    return true;
+bool same_pixels(SDL_Surface const* one, SDL_Surface const* other) {
+    SDL_Rect const all{0, 0, one->w, one->h};
+    return one->w == other->w && one->h == other->h &&
+           surface_pixels(one, all) == surface_pixels(other, all);
 }
 
 SDL_Point whole(SDL_Point size) {
@@ -49,8 +40,7 @@ SDL_Point whole(SDL_Point size) {
 }
 
 // A folder with one picture in all kinds of file: with a palette, with alpha and without.
-class PictureFiles : public testing::Test {
-protected:
+struct PictureFiles : testing::Test {
     void SetUp() override {
         ASSERT_EQ(IMG_SavePNG(indexed.get(), dir.file("indexed").c_str()), 0);
         ASSERT_EQ(IMG_SavePNG(packed.get(), dir.file("packed").c_str()), 0);
@@ -71,14 +61,13 @@ protected:
 } // namespace
 
 TEST(DownscaleBox, AveragesByTheAreaThatEachSourcePixelCovers) {
-    SurfaceHandle const source = make_surface(3, 1, {0, 0, 0, 255});
-    set_surface_pixel(source.get(), 0, 0, {90, 0, 0, 255});
+    SurfaceHandle const source = make_surface(3, 1, {90, 0, 0, 255});
     set_surface_pixel(source.get(), 1, 0, {0, 90, 0, 255});
     set_surface_pixel(source.get(), 2, 0, {0, 0, 90, 255});
     SurfaceHandle const out(downscale_box(source.get(), 2, 1));
     // Each output pixel takes one source pixel whole and half of the middle one.
-    expect_color(pixel_of(out, 0, 0), {60, 30, 0, 255});
-    expect_color(pixel_of(out, 1, 0), {0, 30, 60, 255});
+    EXPECT_THAT(surface_pixels(out.get(), {0, 0, 2, 1}),
+                testing::ElementsAre(SDL_Color{60, 30, 0, 255}, SDL_Color{0, 30, 60, 255}));
     EXPECT_EQ(out->format->format, PIXEL_FORMAT);
     EXPECT_EQ(downscale_box(nullptr, 1, 1), nullptr);
 }
@@ -89,10 +78,10 @@ TEST(DownscaleBox, TransparentPixelsLendNoColour) {
     SurfaceHandle const other(SDL_ConvertSurfaceFormat(source.get(), SDL_PIXELFORMAT_ARGB8888, 0));
     for (SurfaceHandle const* format : {&source, &other}) {
         SurfaceHandle const out(downscale_box(format->get(), 2, 1));
-        expect_color(pixel_of(out, 0, 0), {200, 10, 0, 32});
-        expect_color(pixel_of(out, 1, 0), {0, 0, 0, 0});
+        EXPECT_EQ(pixel_of(out, 0, 0), (SDL_Color{200, 10, 0, 32}));
+        EXPECT_EQ(pixel_of(out, 1, 0), (SDL_Color{0, 0, 0, 0}));
     }
-    expect_color(pixel_of(other, 0, 0), {200, 10, 0, 128}); // left alone
+    EXPECT_EQ(pixel_of(other, 0, 0), (SDL_Color{200, 10, 0, 128})); // left alone
 }
 
 TEST_F(PictureFiles, ReduceToTheAverageOfTheWholePicture) {
@@ -128,8 +117,8 @@ TEST_F(PictureFiles, AreShownAsTheyAreInEveryKindOfPixel) {
         SDL_GetTextureBlendMode(texture.get(), &mode);
         EXPECT_EQ(mode, clear ? SDL_BLENDMODE_BLEND : SDL_BLENDMODE_NONE);
         SDL_RenderCopy(canvas.renderer(), texture.get(), nullptr, nullptr);
-        for (int y = 0; y < h; ++y) expect_color(canvas.at(3, y), pixel_of(packed, 3, y));
-        if (clear) expect_color(canvas.at(60, 149), {90, 90, 90, 255});
+        EXPECT_EQ(canvas.pixels({3, 0, 1, h}), surface_pixels(packed.get(), {3, 0, 1, h}));
+        EXPECT_EQ(canvas.at(60, 149) == (SDL_Color{90, 90, 90, 255}), clear);
     }
 }
 

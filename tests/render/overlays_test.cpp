@@ -12,18 +12,22 @@ constexpr SDL_Rect LEFT_HALF = {0, 0, 640, 720};
 
 constexpr SDL_Rect SCREEN = {0, 0, 1280, 720};
 
+// A colour as it shows over black.
+SDL_Color dimmed(SDL_Color color, int alpha) {
+    auto const level = [alpha](int full) { return static_cast<std::uint8_t>(full * alpha / 255); };
+    return {level(color.r), level(color.g), level(color.b), 255};
+}
+
 // The brightest value of each channel in `area`; `canvas` is black beneath.
 SDL_Color brightest(Canvas const& canvas, SDL_Rect const& area) {
     SDL_Color most = BLACK;
-    for (int i = 0; i < area.w * area.h; ++i) {
-        SDL_Color const c = canvas.at(area.x + i % area.w, area.y + i / area.w);
+    for (SDL_Color const c : canvas.pixels(area)) {
         most = {std::max(most.r, c.r), std::max(most.g, c.g), std::max(most.b, c.b), 255};
     }
     return most;
 }
 
-class Overlays : public testing::Test {
-protected:
+struct Overlays : testing::Test {
     Canvas canvas{1280, 720};
     MonoFonts mono;
     PlayerView view;
@@ -33,30 +37,23 @@ protected:
 
 TEST_F(Overlays, LapTimeSaysHowGoodTheLapWasAndFades) {
     view.lap_overlay_until_ms = 2500;
-    struct Case {
-        unsigned now;
-        bool best;
-        int record;
-        int alpha;
-        int time_red;
-        SDL_Color below;
-    };
-    for (Case const& c : {Case{1000, false, 0, 220, 245, BLACK},
-                          {1000, true, 0, 220, 150, BLACK},
-                          {1000, false, 1, 220, 245, {255, 255, 40, 255}}, // a personal best
-                          {1000, false, 2, 220, 245, {255, 45, 45, 255}},  // a lap record
-                          {2150, false, 2, 220, 245, {255, 45, 45, 255}},  // 350 ms left
-                          {2325, false, 2, 110, 245, {255, 45, 45, 255}},
-                          {2499, false, 2, 0, 245, BLACK}}) {
-        view.lap_overlay_is_best = c.best;
-        view.lap_overlay_record = c.record;
+    constexpr SDL_Color PERSONAL{255, 255, 40, 255};
+    constexpr SDL_Color RECORD{255, 45, 45, 255};
+    for (auto const& [now, best, record, alpha, time_red, color] :
+         {std::tuple{1000U, false, 0, 220, 245, BLACK},
+          {1000U, true, 0, 220, 150, BLACK},
+          {1000U, false, 1, 220, 245, PERSONAL},
+          {1000U, false, 2, 220, 245, RECORD},
+          {2150U, false, 2, 220, 245, RECORD}, // 350 ms left
+          {2325U, false, 2, 110, 245, RECORD},
+          {2499U, false, 2, 0, 245, BLACK}}) {
+        view.lap_overlay_is_best = best;
+        view.lap_overlay_record = record;
         canvas.clear(BLACK);
-        render_lap_overlay(canvas.renderer(), LEFT_HALF, view, mono.fonts, c.now);
-        EXPECT_NEAR(brightest(canvas, {0, 310, 640, 100}).r, c.time_red * c.alpha / 255, 2);
+        render_lap_overlay(canvas.renderer(), LEFT_HALF, view, mono.fonts, now);
+        EXPECT_NEAR(brightest(canvas, {0, 310, 640, 100}).r, time_red * alpha / 255, 2);
         SDL_Color const below = brightest(canvas, {0, 418, 640, 60});
-        EXPECT_NEAR(below.r, c.below.r * c.alpha / 255, 2) << c.now;
-        EXPECT_NEAR(below.g, c.below.g * c.alpha / 255, 2) << c.now;
-        EXPECT_NEAR(below.b, c.below.b * c.alpha / 255, 2) << c.now;
+        EXPECT_LE(difference(below, dimmed(color, alpha)), 2) << now;
         EXPECT_EQ(canvas.count_other({640, 0, 640, 720}, BLACK), 0) << "in this half only";
     }
     canvas.clear(BLACK);

@@ -37,7 +37,6 @@ struct MonoFonts {
     Fonts fonts;
 
     explicit MonoFonts(double scale = 1.0) {
-        TTF_Init();
         fonts.phys_scale = scale;
         fonts.hud_label = open(scale * 13);
         fonts.hud_small = open(scale * 14);

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr char const* SECOND = "/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf";
-
 // Whether two surfaces hold the same pixels.
 bool same(SDL_Surface const* a, SDL_Surface const* b) {
     return a->w == b->w && a->h == b->h &&
@@ -19,11 +17,8 @@ bool same(SDL_Surface const* a, SDL_Surface const* b) {
 } // namespace
 
 TEST(SecondFace, LendsTheLettersThatTheFirstLacks) {
-    TempDir const folder;
-    WorkingDir const there(folder.path());
-    std::filesystem::create_directories("art/fonts");
-    std::filesystem::create_symlink(SECOND, "art/fonts/DejaVuSans-Bold.ttf");
-    TTF_Init();
+    WorkingDir const folder;
+    lay_fonts("truetype/dejavu/DejaVuSans-Bold.ttf", std::array{"DejaVuSans-Bold.ttf"});
     FontHandle const first(TTF_OpenFont("/usr/share/fonts/opentype/sora/Sora-ExtraBold.otf", 36));
     ASSERT_NE(first, nullptr);
     SDL_Color const white{255, 255, 255, 255};

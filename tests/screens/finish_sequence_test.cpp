@@ -1,8 +1,13 @@
 #include "audio/audio.h"
+#include "records/printed.h"
+#include "render/colors.h"
 #include "screens/finish_sequence.h"
 #include "support/canvas.h"
+#include "support/keys.h"
 
 #include <gtest/gtest.h>
+
+#include <array>
 
 namespace {
 
@@ -19,6 +24,19 @@ struct Timeline {
     Timeline() { finish_seq_start(seq, START); }
     void update(unsigned ms) { finish_seq_update(seq, audio, START + ms); }
     void game_over(unsigned ms) { finish_seq_game_over(seq, START + ms, 400); }
+    // Updates every millisecond; what is requested: when, the slot and its volume.
+    std::string run(unsigned from, unsigned to) {
+        std::string told;
+        for (unsigned ms = from; ms < to; ++ms) {
+            std::array const before{plays(CHIME), plays(CROWD), plays(FANFARE)};
+            update(ms);
+            for (std::size_t const slot : {CHIME, CROWD, FANFARE}) {
+                if (plays(slot) == before.at(slot - CHIME)) continue;
+                told += printed("%u: %zu at %.1f, ", ms, slot, double{volume(slot)});
+            }
+        }
+        return told;
+    }
     [[nodiscard]] unsigned plays(std::size_t slot) const {
         return audio.sfx_requests[slot].count();
     }
@@ -28,20 +46,7 @@ struct Timeline {
 TEST(FinishSequence, PlaysChimeCrowdAndFanfareOnceEachAtTheirTimes) {
     Timeline run;
     EXPECT_EQ(run.plays(CHIME), 0U) << "starting alone makes no sound";
-    run.update(16);
-    EXPECT_EQ(run.plays(CHIME), 1U);
-    EXPECT_FLOAT_EQ(run.volume(CHIME), 0.6F);
-    run.update(499);
-    EXPECT_EQ(run.plays(CROWD), 0U);
-    run.update(500);
-    EXPECT_EQ(run.plays(CROWD), 1U);
-    EXPECT_FLOAT_EQ(run.volume(CROWD), 0.8F);
-    run.update(6999);
-    EXPECT_EQ(run.plays(FANFARE), 0U);
-    run.update(7000);
-    EXPECT_FLOAT_EQ(run.volume(FANFARE), 1.0F);
-    run.update(60000);
-    for (std::size_t const slot : {CHIME, CROWD, FANFARE}) EXPECT_EQ(run.plays(slot), 1U) << slot;
+    EXPECT_EQ(run.run(16, 60000), "16: 2 at 0.6, 500: 3 at 0.8, 7000: 4 at 1.0, ");
     EXPECT_TRUE(run.seq.active) << "only finish_seq_stop ends it";
 }
 
@@ -76,13 +81,7 @@ TEST(FinishSequence, GameOverFadesAPlayingFanfareIn400Ms) {
 TEST(FinishSequence, EarlyGameOverKeepsChimeAndCrowdButNeverLetsTheFanfareStart) {
     Timeline run;
     run.game_over(100);
-    run.update(120);
-    EXPECT_EQ(run.plays(CHIME), 1U);
-    EXPECT_EQ(run.plays(CROWD), 0U);
-    run.update(510);
-    EXPECT_EQ(run.plays(CROWD), 1U);
-    run.update(7500);
-    EXPECT_EQ(run.plays(FANFARE), 0U);
+    EXPECT_EQ(run.run(120, 7501), "120: 2 at 0.6, 500: 3 at 0.8, ");
     EXPECT_NEAR(run.volume(CROWD), 0.2F, 1e-6F);
 }
 
@@ -95,32 +94,34 @@ TEST(FinishSequence, StopSilencesAtOnceAndANewStartBeginsAfresh) {
         EXPECT_EQ(run.volume(slot), 0.0F) << slot;
     }
     finish_seq_start(run.seq, Timeline::START + 9000);
-    run.update(9010);
-    EXPECT_EQ(run.plays(CHIME), 2U);
-    EXPECT_EQ(run.plays(CROWD), 1U);
+    EXPECT_EQ(run.run(9010, 9400), "9010: 2 at 0.6, ");
 }
 
 // Either ends the screen long before the fanfare, once it has been shown black.
 TEST(FinishScreen, IsLeftByEscapeOrAQuit) {
     SDL_InitSubSystem(SDL_INIT_VIDEO | SDL_INIT_TIMER);
     Canvas canvas(64, 36);
-    for (SDL_EventType const type : {SDL_KEYDOWN, SDL_QUIT}) {
-        canvas.clear({200, 0, 0, 255});
-        SDL_Event event{};
-        event.type = type;
-        event.key.keysym.scancode = SDL_SCANCODE_ESCAPE;
-        auto const push = [](Uint32, void* what) -> Uint32 {
-            SDL_PushEvent(static_cast<SDL_Event*>(what));
-            return 0;
-        };
-        SDL_AddTimer(50, push, &event);
+    struct Visit {
         Audio audio;
-        EXPECT_EQ(run_finish_sequence(nullptr, canvas.renderer(), audio), type == SDL_KEYDOWN);
-        EXPECT_EQ(audio.sfx_requests[CHIME].count(), 1U);
-        EXPECT_EQ(audio.sfx_requests[FANFARE].count(), 0U);
-        EXPECT_EQ(canvas.count({0, 0, 64, 36}, {0, 0, 0, 255}), 64 * 36);
+        SDL_Event event{};
+    };
+    auto const leave_after_the_chime = [](Uint32 again, void* what) -> Uint32 {
+        auto& visit = *static_cast<Visit*>(what);
+        if (visit.audio.sfx_requests[CHIME].count() == 0) return again;
+        SDL_PushEvent(&visit.event);
+        return 0;
+    };
+    for (SDL_Event const& event : {key_event(SDL_SCANCODE_ESCAPE), SDL_Event{.type = SDL_QUIT}}) {
+        canvas.clear({200, 0, 0, 255});
+        Visit visit;
+        visit.event = event;
+        SDL_AddTimer(1, leave_after_the_chime, &visit);
+        EXPECT_EQ(run_finish_sequence(nullptr, canvas.renderer(), visit.audio),
+                  event.type == SDL_KEYDOWN);
+        EXPECT_EQ(visit.audio.sfx_requests[CHIME].count(), 1U);
+        EXPECT_EQ(visit.audio.sfx_requests[FANFARE].count(), 0U);
+        EXPECT_EQ(canvas.count({0, 0, 64, 36}, BLACK), 64 * 36);
     }
-    SDL_QuitSubSystem(SDL_INIT_VIDEO | SDL_INIT_TIMER);
 }
 
 TEST(FinishScreen, LastsUntilTheFanfareHasRungOut) {

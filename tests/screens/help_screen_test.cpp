@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <set>
 #include <string>
 
@@ -17,11 +16,6 @@ namespace {
 constexpr int W = 640;
 constexpr int H = 360;
 constexpr SDL_Rect ALL{0, 0, W, H};
-
-bool near(SDL_Color a, SDL_Color b, int tolerance = 2) {
-    return std::abs(a.r - b.r) <= tolerance && std::abs(a.g - b.g) <= tolerance &&
-           std::abs(a.b - b.b) <= tolerance;
-}
 
 // Where the keyboard stands on a page of W x H: 34% of the height, and centred.
 SDL_Rect keyboard() {
@@ -39,18 +33,18 @@ SDL_Color face(Canvas const& canvas, KbKey const& key, double along = 0.5) {
 }
 
 TEST(KeyboardLayout, EveryAnnotationFindsTheKeyItMeans) {
-    auto const x_of = [](Anno const& anno) {
-        KbKey const* key = find_key(anno);
-        return key != nullptr ? key->x : -1.0F;
+    auto const expect_between = [](double left, double right, auto const& annos) {
+        for (Anno const& anno : annos) {
+            KbKey const* key = find_key(anno);
+            ASSERT_NE(key, nullptr) << anno.key;
+            EXPECT_TRUE(left <= double{key->x} && double{key->x} < right) << anno.key;
+        }
     };
-    for (Anno const& anno : ANNOS_MAJOR) EXPECT_GE(x_of(anno), 0.0F) << anno.key;
-    for (Anno const& anno : ANNOS_MINOR) EXPECT_GE(x_of(anno), 0.0F) << anno.key;
-    for (Anno const& anno : ANNOS_RED) EXPECT_LT(x_of(anno), 6.0F) << anno.key;
-    for (Anno const& anno : ANNOS_BLUE) EXPECT_GE(x_of(anno), 19.0F) << anno.key;
-    for (Anno const& anno : ANNOS_BLUE_ALT) {
-        EXPECT_GT(x_of(anno), 9.0F) << anno.key;
-        EXPECT_LT(x_of(anno), 15.0F) << anno.key;
-    }
+    expect_between(0.0, KEYBOARD_W, ANNOS_MAJOR);
+    expect_between(0.0, KEYBOARD_W, ANNOS_MINOR);
+    expect_between(0.0, 6.0, ANNOS_RED);
+    expect_between(KEYPAD_X, KEYBOARD_W, ANNOS_BLUE);
+    expect_between(9.1, 15.0, ANNOS_BLUE_ALT);
     Anno nowhere = ANNOS_RED[0];
     nowhere.x_min = 19;
     EXPECT_EQ(find_key(nowhere), nullptr);
@@ -103,24 +97,23 @@ TEST(HelpShapes, AreFilledFromEdgeToEdgeWithRoundCornersCut) {
     EXPECT_EQ(canvas.count({0, 16, 40, 14}, WHITE), 0);
 }
 
-class HelpScreenTest : public testing::Test {
-protected:
-    void SetUp() override { render_help_screen(canvas_.renderer(), W, H, page_, 1.0F); }
+struct HelpScreenTest : testing::Test {
+    HelpScreenTest() { render_help_screen(canvas_.renderer(), W, H, page_, 1.0F); }
 
-    Canvas canvas_{W, H}; // NOLINT(cppcoreguidelines-non-private-member-variables-in-classes)
-    KeyboardTex page_;    // NOLINT(cppcoreguidelines-non-private-member-variables-in-classes)
+    Canvas canvas_{W, H};
+    KeyboardTex page_;
 };
 
 TEST_F(HelpScreenTest, HighlightsLieOnTheirKeysAndOnNoOthers) {
     SDL_Color const plain = face(canvas_, KB_KEYS[16]); // "~" means nothing in the race
-    EXPECT_TRUE(near(plain, {46, 64, 108, 255}));
+    EXPECT_LE(difference(plain, {46, 64, 108, 255}), 2);
     auto const expect_tint = [&](auto const& annos, SDL_Color tint, int alpha) {
         auto const mix = [alpha](int over, int under) {
             return static_cast<std::uint8_t>((over * alpha + under * (255 - alpha)) / 255);
         };
         SDL_Color const lit{mix(tint.r, plain.r), mix(tint.g, plain.g), mix(tint.b, plain.b), 255};
         for (Anno const& anno : annos) {
-            EXPECT_TRUE(near(face(canvas_, *find_key(anno)), lit)) << anno.key;
+            EXPECT_LE(difference(face(canvas_, *find_key(anno)), lit), 2) << anno.key;
         }
     };
     expect_tint(ANNOS_RED, {235, 95, 85, 255}, 128);
@@ -130,9 +123,7 @@ TEST_F(HelpScreenTest, HighlightsLieOnTheirKeysAndOnNoOthers) {
     expect_tint(ANNOS_MINOR, {90, 96, 111, 255}, 110);
     int unlit = 0;
     for (KbKey const& key : KB_KEYS) { // a leader may cross one of the two places
-        bool const is_plain =
-            near(face(canvas_, key, 0.25), plain, 0) || near(face(canvas_, key, 0.75), plain, 0);
-        unlit += is_plain ? 1 : 0;
+        if (face(canvas_, key, 0.25) == plain || face(canvas_, key, 0.75) == plain) ++unlit;
     }
     EXPECT_EQ(unlit, 104 - 4 - 4 - 4 - 7 - 9);
 }
@@ -145,7 +136,7 @@ TEST_F(HelpScreenTest, PageIsKeptForItsSizeAndDrawnAnewForAnother) {
     SDL_RenderFillRect(canvas_.renderer(), &mark);
     SDL_SetRenderTarget(canvas_.renderer(), nullptr);
     render_help_screen(canvas_.renderer(), W, H, page_, 1.0F);
-    EXPECT_TRUE(near(canvas_.at(4, 4), {1, 2, 3, 255}, 0));
+    EXPECT_EQ(canvas_.at(4, 4), (SDL_Color{1, 2, 3, 255}));
     TextureHandle const smaller(SDL_CreateTexture(canvas_.renderer(), SDL_PIXELFORMAT_RGBA8888,
                                                   SDL_TEXTUREACCESS_TARGET, 400, 225));
     SDL_SetRenderTarget(canvas_.renderer(), smaller.get()); // as if the window had shrunk
@@ -169,7 +160,7 @@ TEST_F(HelpScreenTest, FadesToBlackAndPutsTheRendererBack) {
         EXPECT_EQ(canvas_.count(ALL, BLACK), W * H);
     }
     render_help_screen(canvas_.renderer(), W, H, page_, 7.0F);
-    EXPECT_TRUE(near(canvas_.at(W / 2, H - 1), full, 0));
+    EXPECT_EQ(canvas_.at(W / 2, H - 1), full);
 }
 
 TEST(HelpScreen, SmallestOutputsAreDrawn) {

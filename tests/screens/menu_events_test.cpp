@@ -2,26 +2,26 @@
 #include "screens/menu_actions.h"
 #include "support/canvas.h"
 #include "support/files.h"
+#include "support/keys.h"
 
 #include <SDL_image.h>
 #include <gtest/gtest.h>
 
 #include <set>
 
-namespace fs = std::filesystem;
-
 namespace {
 
+constexpr SDL_Rect VIEW{0, 0, 1280, 720};
+
 // A menu with labels of known sizes, two thumbnails and no font, driven by events alone.
-class Menu : public testing::Test {
-protected:
+struct Menu : testing::Test {
     Menu() {
         menu_.renderer = canvas_.renderer();
         menu_.audio = &audio_;
         menu_.fullscreen = &fullscreen_;
         SDL_InitSubSystem(SDL_INIT_VIDEO); // for its map from scancodes to keys
-        menu_.W = 1280;
-        menu_.H = 720;
+        menu_.W = VIEW.w;
+        menu_.H = VIEW.h;
         for (MenuLabel* label :
              {&menu_.mode.practice, &menu_.mode.race, &menu_.names.red_label,
               &menu_.names.blue_label, &menu_.mode.laps_caption, &menu_.help_label}) {
@@ -29,13 +29,15 @@ protected:
         }
         for (MenuLabel& option : menu_.mode.lap_options) size(option, 10, 20);
         size(menu_.mode.arrow, 10, 20);
+        for (MenuLabel& word : menu_.switches.words) size(word, 40, 15);
+        size(menu_.switches.drives, 110, 15);
         for (int slot : {1, 3}) {
             TrackThumb& thumb = menu_.tracks.thumbs.emplace_back();
             thumb.slot = slot;
             thumb.w = 200;
             thumb.h = 130;
         }
-        fs::create_directory("tracks");
+        std::filesystem::create_directory("tracks");
         for (std::string const name : {"tracks/6_six", "tracks/7_seven"}) {
             write_file(name + ".trk", "");
             IMG_SavePNG(make_surface(200, 130, {9, 9, 9, 255}).get(), (name + ".png").c_str());
@@ -48,24 +50,18 @@ protected:
         label.h = h;
     }
     void press(SDL_Scancode code, bool repeated = false) {
-        SDL_Event event{};
-        event.type = SDL_KEYDOWN;
-        event.key.repeat = repeated ? 1 : 0;
-        event.key.keysym.scancode = code;
-        event.key.keysym.sym = SDL_GetKeyFromScancode(code);
-        handle_menu_event(menu_, event, now_);
+        handle_menu_event(menu_, key_event(code, repeated), now_);
     }
-    void click(float x, float y) {
-        menu_.cursor.x = x;
-        menu_.cursor.y = y;
+    void click(int x, int y) {
+        menu_.cursor.x = static_cast<float>(x);
+        menu_.cursor.y = static_cast<float>(y);
         SDL_Event event{};
         event.type = SDL_MOUSEBUTTONDOWN;
         handle_menu_event(menu_, event, now_);
     }
-    std::vector<SDL_Rect> rects() { return track_rects(menu_.tracks, {0, 0, 1280, 720}, now_); }
+    std::vector<SDL_Rect> rects() { return track_rects(menu_.tracks, VIEW, now_); }
 
-    TempDir folder_;
-    WorkingDir there_{folder_.path()};
+    WorkingDir folder_;
     Canvas canvas_{16, 16};
     Audio audio_;
     bool fullscreen_ = false;
@@ -127,25 +123,22 @@ TEST_F(Menu, HearsNoKeyThatIsStillHeldFromTheRace) {
 }
 
 TEST_F(Menu, MouseHitsWhatItPointsAtToThePixel) {
-    auto const click_corner = [this](SDL_Rect const& box, int inside = 0) {
-        click(static_cast<float>(box.x + inside), static_cast<float>(box.y));
-    };
     click(1200, 381); // the blue row reaches to the view's right edge
     EXPECT_EQ(menu_.names.focus, 1);
     click(921 - 69, 345); // the box begins at the label
     EXPECT_EQ(menu_.names.focus, -1);
     click(921 - 67, 345);
     EXPECT_EQ(menu_.names.focus, 0);
-    click_corner(rects()[1]);
+    click(rects()[1].x, rects()[1].y);
     EXPECT_EQ(menu_.tracks.selected_track, 3);
     EXPECT_EQ(menu_.names.focus, -1);
-    SDL_Rect const ten = lap_option_box(menu_.mode, {0, 0, 1280, 720}, 2);
-    click_corner(ten);
+    SDL_Rect const ten = lap_option_box(menu_.mode, VIEW, 2);
+    click(ten.x, ten.y);
     EXPECT_EQ(menu_.mode.lap_index, 0) << "not on show in practice";
-    SDL_Rect const race = mode_row_box(menu_.mode, {0, 0, 1280, 720}, MODE_RACE);
-    click_corner(race, race.w - 1);
+    SDL_Rect const race = mode_row_box(menu_.mode, VIEW, MODE_RACE);
+    click(race.x + race.w - 1, race.y);
     EXPECT_EQ(menu_.mode.selected, MODE_RACE);
-    click_corner(ten);
+    click(ten.x, ten.y);
     EXPECT_EQ(menu_.mode.lap_index, 2);
     // Help: 22 pixels wide, 11 from the corner.
     click(1280 - 11, 720 - 12);
@@ -178,8 +171,6 @@ TEST_F(Menu, AHiddenTrackSlidesInSwapsAndLeaves) {
 }
 
 TEST_F(Menu, SwitchesFlipByKeyAndMouseInFreeRoom) {
-    for (MenuLabel& word : menu_.switches.words) size(word, 40, 15);
-    size(menu_.switches.drives, 110, 15);
     RaceSwitches const& race = menu_.switches.race;
     for (auto const& [key, value] : {std::pair{SDL_SCANCODE_B, &race.bumps},
                                      {SDL_SCANCODE_F3, &race.computer_red},
@@ -188,17 +179,16 @@ TEST_F(Menu, SwitchesFlipByKeyAndMouseInFreeRoom) {
         EXPECT_TRUE(*value);
         EXPECT_FALSE(is_recorded(race));
     }
-    SDL_Rect const view{0, 0, 1280, 720};
     std::vector<SDL_Rect> taken = rects();
     for (int row : {0, 1}) {
-        taken.push_back(mode_row_box(menu_.mode, view, row));
-        taken.push_back(name_row_box(menu_.names, view, row));
+        taken.push_back(mode_row_box(menu_.mode, VIEW, row));
+        taken.push_back(name_row_box(menu_.names, VIEW, row));
     }
-    for (std::size_t i : {0U, 1U, 2U}) taken.push_back(lap_option_box(menu_.mode, view, i));
+    for (std::size_t i : {0U, 1U, 2U}) taken.push_back(lap_option_box(menu_.mode, VIEW, i));
     for (Switch const which : {Switch::Bumps, Switch::ComputerRed, Switch::ComputerBlue}) {
         SDL_Rect const box = switch_box(menu_.switches, switch_places(menu_), which);
         for (SDL_Rect const& other : taken) EXPECT_FALSE(SDL_HasIntersection(&box, &other));
-        click(static_cast<float>(box.x), static_cast<float>(box.y));
+        click(box.x, box.y);
         taken.push_back(box);
     }
     EXPECT_TRUE(is_recorded(race));
@@ -206,7 +196,6 @@ TEST_F(Menu, SwitchesFlipByKeyAndMouseInFreeRoom) {
 }
 
 TEST_F(Menu, EveryChoiceIsReachedFromTheFirstByDirections) {
-    for (MenuLabel& word : menu_.switches.words) size(word, 40, 15);
     menu_.mode.selected = MODE_RACE;
     press(SDL_SCANCODE_6);
     now_ += 400;
@@ -279,7 +268,7 @@ TEST(LetterGrid, HasALetterInEveryCellAndNoEdge) {
 }
 
 TEST(MenuLayout, TheViewIsTheLargestWideRectangle) {
-    for (auto const& [w, h, wanted] : {std::tuple{1280, 720, SDL_Rect{0, 0, 1280, 720}},
+    for (auto const& [w, h, wanted] : {std::tuple{1280, 720, VIEW},
                                        {1680, 720, {200, 0, 1280, 720}},
                                        {1280, 1024, {0, 152, 1280, 720}}}) {
         SDL_Rect const view = menu_view(w, h);

@@ -2,29 +2,20 @@
 #include "screens/menu_screen.h"
 #include "support/canvas.h"
 #include "support/files.h"
+#include "support/keys.h"
 
 #include <SDL_image.h>
-#include <SDL_ttf.h>
 #include <gtest/gtest.h>
-
-namespace fs = std::filesystem;
 
 namespace {
 
-// A window of the driver without a screen, a real menu in it.
-class ResizedMenu : public testing::Test {
-protected:
+// A real menu in a window.
+struct ResizedMenu : testing::Test {
     ResizedMenu() {
-        SDL_SetHint(SDL_HINT_VIDEODRIVER, "dummy");
-        SDL_InitSubSystem(SDL_INIT_VIDEO);
-        TTF_Init();
-        fs::create_directories("art/fonts");
-        fs::create_directory("tracks");
-        std::string const faces = "/usr/share/fonts/truetype/liberation/LiberationSans-Bold.ttf";
-        for (char const* name :
-             {"Quango-xlVR.otf", "StarJediOutline-y0xm.ttf", "Montserrat-SemiBoldItalic.otf"}) {
-            fs::create_symlink(faces, fs::path("art/fonts") / name);
-        }
+        std::filesystem::create_directory("tracks");
+        lay_fonts("truetype/liberation/LiberationSans-Bold.ttf",
+                  std::array{"Quango-xlVR.otf", "StarJediOutline-y0xm.ttf",
+                             "Montserrat-SemiBoldItalic.otf"});
         picture("art/menu_header_alpha.png", 600, 200, {0, 0, 0, 0});
         picture("art/start_racing4.png", 1060, 180, {200, 40, 40, 255});
         picture("art/mouse2b.png", 240, 300, {250, 250, 250, 255});
@@ -33,33 +24,20 @@ protected:
         write_file("tracks/7_seven.trk", "");
         picture("tracks/7_seven.png", 900, 900, {200, 100, 90, 255});
     }
-    ~ResizedMenu() override {
-        SDL_DestroyRenderer(renderer_);
-        SDL_DestroyWindow(window_);
-    }
 
     static void picture(char const* path, int w, int h, SDL_Color color) {
         IMG_SavePNG(make_surface(w, h, color).get(), path);
     }
 
-    void open_window(int w, int h) {
-        window_ = SDL_CreateWindow("", 0, 0, w, h, SDL_WINDOW_RESIZABLE);
-        renderer_ = SDL_CreateRenderer(window_, -1, SDL_RENDERER_SOFTWARE);
-        SDL_RenderSetLogicalSize(renderer_, 1280, 720);
-    }
-
-    void open_menu(MenuScreen& menu, ScreenPhase phase) {
-        menu.window = window_;
-        menu.renderer = renderer_;
+    void open_menu(MenuScreen& menu, ScreenlessWindow const& window, ScreenPhase phase) {
+        menu.window = window.window();
+        menu.renderer = window.renderer();
         menu.audio = &audio_;
         menu.fullscreen = &fullscreen_;
         set_up_menu(menu, false);
         menu.names.fields[0].text = "Zoe";
         for (SDL_Scancode const key : {SDL_SCANCODE_7, SDL_SCANCODE_R, SDL_SCANCODE_F1}) {
-            SDL_Event event{};
-            event.type = SDL_KEYDOWN;
-            event.key.keysym.scancode = key;
-            handle_menu_event(menu, event, 1000);
+            handle_menu_event(menu, key_event(key), 1000);
         }
         menu.sparkle.intro_at = 1000;
         menu.start.shown_at = 1000;
@@ -69,59 +47,39 @@ protected:
     }
 
     // The menu's picture at rest.
-    std::vector<std::uint32_t> pixels(MenuScreen& menu) {
+    static std::vector<std::uint32_t> pixels(MenuScreen& menu, ScreenlessWindow const& window) {
         draw_menu_phase(menu, 0.0F, 4100);
-        int w = 0;
-        int h = 0;
-        SDL_GetRendererOutputSize(renderer_, &w, &h);
-        std::vector<std::uint32_t> read(static_cast<std::size_t>(w) * static_cast<std::size_t>(h));
-        SDL_RenderSetLogicalSize(renderer_, 0, 0);
-        SDL_RenderReadPixels(renderer_, nullptr, SDL_PIXELFORMAT_ARGB8888, read.data(), w * 4);
-        SDL_RenderSetLogicalSize(renderer_, 1280, 720);
-        return read;
+        return window.pixels();
     }
 
-    TempDir folder_;
-    WorkingDir there_{folder_.path()};
+    WorkingDir folder_;
     Audio audio_;
     bool fullscreen_ = false;
-    SDL_Window* window_ = nullptr;
-    SDL_Renderer* renderer_ = nullptr;
 };
 
 } // namespace
 
 TEST_F(ResizedMenu, LooksLikeOneThatWasOpenedAtThatSizeAndSoDoesItsHelp) {
-    struct Case {
-        int w;
-        int h;
-        ScreenPhase phase;
-    };
-    for (Case const& to : {Case{1000, 600, ScreenPhase::MENU}, Case{1920, 1080, ScreenPhase::MENU},
-                           Case{800, 900, ScreenPhase::MENU}, Case{1000, 600, ScreenPhase::HELP},
-                           Case{1920, 1080, ScreenPhase::HELP}}) {
-        open_window(1280, 720);
+    for (auto const& [size, phase] : {std::pair{SDL_Point{1000, 600}, ScreenPhase::MENU},
+                                      {{1920, 1080}, ScreenPhase::MENU},
+                                      {{800, 900}, ScreenPhase::MENU},
+                                      {{1000, 600}, ScreenPhase::HELP},
+                                      {{1920, 1080}, ScreenPhase::HELP}}) {
+        ScreenlessWindow window({1280, 720});
         MenuScreen resized;
-        open_menu(resized, to.phase);
-        std::vector<std::uint32_t> const before = pixels(resized);
-        SDL_SetWindowSize(window_, to.w, to.h);
-        SDL_PumpEvents();
+        open_menu(resized, window, phase);
+        std::vector<std::uint32_t> const before = pixels(resized, window);
+        window.resize(size);
         fit_menu(resized, 3000);
         fit_menu(resized, 3300);
-        std::vector<std::uint32_t> const after = pixels(resized);
+        std::vector<std::uint32_t> const after = pixels(resized, window);
 
         MenuScreen fresh;
-        open_menu(fresh, to.phase);
+        open_menu(fresh, window, phase);
         EXPECT_NE(before.size(), after.size());
-        EXPECT_EQ(pixels(fresh), after) << to.w << " x " << to.h;
+        EXPECT_EQ(pixels(fresh, window), after) << size.x << " x " << size.y;
         EXPECT_EQ(fresh.gain_x, resized.gain_x);
         EXPECT_EQ(fresh.gain_y, resized.gain_y);
-        EXPECT_EQ(pixels(resized), after) << "and stays so";
-        resized = {};
-        fresh = {};
-        SDL_DestroyRenderer(renderer_);
-        SDL_DestroyWindow(window_);
-        renderer_ = nullptr;
-        window_ = nullptr;
+        EXPECT_EQ(pixels(resized, window), after) << "and stays so";
     }
 }

@@ -2,12 +2,11 @@
 #include "screens/edge_points.h"
 #include "screens/track_thumb.h"
 #include "support/canvas.h"
+#include "support/child.h"
 #include "support/files.h"
 
 #include <SDL_image.h>
 #include <gtest/gtest.h>
-
-#include <sys/resource.h>
 
 namespace fs = std::filesystem;
 using namespace std::string_literals;
@@ -16,22 +15,13 @@ namespace {
 
 constexpr SDL_Color RED{255, 0, 0, 255};
 constexpr SDL_Color GREEN{0, 255, 0, 255};
-constexpr SDL_Color CLEAR{0, 0, 0, 0};
 
 void save_picture(fs::path const& path, int w, int h, SDL_Color fill) {
     ASSERT_EQ(IMG_SavePNG(make_surface(w, h, fill).get(), path.c_str()), 0);
 }
 
-// The most memory that this process has held at any time so far.
-long peak_memory_kb() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;
-}
-
 // A game folder of its own as the working directory.
-class Thumbs : public testing::Test {
-protected:
+struct Thumbs : testing::Test {
     Thumbs() { fs::create_directory("tracks"); }
 
     bool load(int height, double scale = 1.0) {
@@ -48,8 +38,7 @@ protected:
         return cached ? cached->h : 0;
     }
 
-    TempDir folder_;
-    WorkingDir there_{folder_.path()};
+    WorkingDir folder_;
     Canvas canvas_{16, 16};
     TextureHandle tex_;
     int w_ = 0;
@@ -120,10 +109,10 @@ TEST_F(Thumbs, AreMadeAnewWhenTheCacheIsStaleBrokenOrOfAnotherHeight) {
         "\000\000\000\015IHDR\000\000\043\050\000\000\043\050\010\006\000\000\000\155\325\162\272"
         "\000\000\000\014IDAT\170\234\143\140\240\075\000\000\000\144\000\001\206\144\074\065"s;
     write_file(".cache/thumbs/1_a.png", huge);
-    long const before = peak_memory_kb();
-    ASSERT_TRUE(load(30));
+    ChildResult const child = run_child([this] { load(30); });
+    EXPECT_EQ(child.status, 0);
     EXPECT_EQ(cached_height(), 30);
-    EXPECT_LT(peak_memory_kb() - before, 100'000);
+    EXPECT_LT(child.memory_kb - run_child([] {}).memory_kb, 100'000);
 }
 
 TEST_F(Thumbs, AreNeverEnlargedAndNeedNoCache) {
@@ -150,7 +139,7 @@ TEST_F(Thumbs, AreFoundBesideTrackFilesOnly) {
 }
 
 TEST(EdgePoints, LieJustInsideTheRimOfABrightShape) {
-    SurfaceHandle const picture = make_surface(60, 60, CLEAR);
+    SurfaceHandle const picture = make_surface(60, 60, {});
     SDL_Rect const square{10, 10, 40, 40};
     SDL_FillRect(picture.get(), &square, 0xFFFFFFFF);
     auto const points = build_edge_points(picture.get());

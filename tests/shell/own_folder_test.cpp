@@ -25,8 +25,7 @@ void install(fs::path const& data, std::vector<std::string> const& tracks) {
     }
 }
 
-class OwnFolderTest : public testing::Test {
-protected:
+struct OwnFolderTest : testing::Test {
     // What a race would find: file name in tracks/ to its text.
     std::map<std::string, std::string> tracks() const {
         std::map<std::string, std::string> found;

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -31,7 +32,8 @@ ChildResult run_child(std::function<void()> const& body) {
     if (child < 0) throw std::runtime_error("fork");
     if (child == 0) be_child(folder, body);
     int status = 0;
-    waitpid(child, &status, 0);
+    rusage usage{};
+    wait4(child, &status, 0, &usage);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_file(folder.file("out")),
-            read_file(folder.file("err"))};
+            read_file(folder.file("err")), usage.ru_maxrss};
 }

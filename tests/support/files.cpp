@@ -19,8 +19,8 @@ TempDir::~TempDir() {
     fs::remove_all(path_, ignored);
 }
 
-WorkingDir::WorkingDir(fs::path const& folder) : before_(fs::current_path()) {
-    fs::current_path(folder);
+WorkingDir::WorkingDir() : before_(fs::current_path()) {
+    fs::current_path(path());
 }
 
 WorkingDir::~WorkingDir() {
@@ -43,4 +43,11 @@ std::string read_file(fs::path const& path) {
 std::size_t files_in(fs::path const& folder) {
     return static_cast<std::size_t>(
         std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+}
+
+void lay_fonts(std::string const& face, std::span<char const* const> names) {
+    fs::create_directories("art/fonts");
+    for (fs::path const name : names) {
+        fs::create_symlink("/usr/share/fonts/" + face, "art/fonts" / name);
+    }
 }

@@ -3,8 +3,10 @@
 // Folders and files of a test's own. No test touches the user's records: the test program's main
 // moves the preference folder into a temporary place before anything asks for it.
 
+#include <array>
 #include <cstddef>
 #include <filesystem>
+#include <span>
 #include <string>
 
 // A fresh folder that goes with the object.
@@ -22,10 +24,10 @@ private:
     std::filesystem::path path_;
 };
 
-// Makes `folder` the working directory for the object's lifetime.
-class WorkingDir {
+// A fresh folder that is the working directory for the object's lifetime.
+class WorkingDir : public TempDir {
 public:
-    explicit WorkingDir(std::filesystem::path const& folder);
+    WorkingDir();
     ~WorkingDir();
     WorkingDir(WorkingDir const&) = delete;
     WorkingDir& operator=(WorkingDir const&) = delete;
@@ -37,3 +39,10 @@ private:
 void write_file(std::filesystem::path const& path, std::string const& bytes);
 std::string read_file(std::filesystem::path const& path);
 std::size_t files_in(std::filesystem::path const& folder);
+
+// The race's faces by the names of its files.
+inline constexpr std::array RACE_FONTS{"Montserrat-Black.otf", "LiberationMono-Bold.ttf",
+                                       "RocketBrush-DYwyW.otf"};
+// Lays `face`, one of Debian's under /usr/share/fonts, under each name into art/fonts of the
+// working directory.
+void lay_fonts(std::string const& face, std::span<char const* const> names);

@@ -9,37 +9,17 @@
 #include "world/car_physics.h"
 #include "world/track.h"
 
-#include <array>
+#include <tuple>
 
-class GlobalsGuard {
-public:
-    GlobalsGuard() = default;
-    GlobalsGuard(GlobalsGuard const&) = delete;
-    GlobalsGuard& operator=(GlobalsGuard const&) = delete;
-    ~GlobalsGuard() {
-        for (Tuning const& one : tuning_) *one.global = one.value;
-        PIXELS_PER_CELL = pixels_per_cell_;
-        ZOOM_LEVEL = zoom_level_;
-        smooth_camera = smooth_camera_;
-        fancy_ghost = fancy_ghost_;
-        OWN_PLACE.clear();
-    }
+inline auto globals() {
+    return std::tie(SIM_ACC, SIM_TURN, SIM_GRIP, SIM_SKID, SIM_SKID_THR, SIM_VSCALE, SIM_REV_MAX,
+                    SIM_TURN_SK, SIM_SIDE_GRIP, SIM_RW_RESIST, SIM_SPEED, arcade_restitution,
+                    arcade_friction, arcade_spin, PIXELS_PER_CELL, ZOOM_LEVEL, smooth_camera,
+                    fancy_ghost, OWN_PLACE);
+}
 
-private:
-    struct Tuning {
-        double* global;
-        double value;
-        explicit Tuning(double& of) : global(&of), value(of) {}
-    };
-
-    std::array<Tuning, 14> tuning_{
-        Tuning{SIM_ACC},         Tuning{SIM_TURN},     Tuning{SIM_GRIP},
-        Tuning{SIM_SKID},        Tuning{SIM_SKID_THR}, Tuning{SIM_VSCALE},
-        Tuning{SIM_REV_MAX},     Tuning{SIM_TURN_SK},  Tuning{SIM_SIDE_GRIP},
-        Tuning{SIM_RW_RESIST},   Tuning{SIM_SPEED},    Tuning{arcade_restitution},
-        Tuning{arcade_friction}, Tuning{arcade_spin}};
-    std::int32_t pixels_per_cell_ = PIXELS_PER_CELL;
-    std::int32_t zoom_level_ = ZOOM_LEVEL;
-    bool smooth_camera_ = smooth_camera;
-    bool fancy_ghost_ = fancy_ghost;
-};
+// The values of a tuple of references.
+template <typename... Values>
+std::tuple<Values...> values_of(std::tuple<Values&...> of) {
+    return of;
+}

@@ -14,11 +14,8 @@
 namespace {
 
 class FreshGlobals : public testing::EmptyTestEventListener {
-    void OnTestStart(testing::TestInfo const&) override {
-        guard_ = std::make_unique<GlobalsGuard>();
-    }
-    void OnTestEnd(testing::TestInfo const&) override { guard_.reset(); }
-    std::unique_ptr<GlobalsGuard> guard_;
+    void OnTestEnd(testing::TestInfo const&) override { globals() = at_start_; }
+    decltype(values_of(globals())) const at_start_ = values_of(globals());
 };
 
 } // namespace

@@ -9,8 +9,7 @@
 
 #include <filesystem>
 
-class RecordsTest : public testing::Test {
-protected:
+struct RecordsTest : testing::Test {
     RecordsTest() { empty_folder(); }
     ~RecordsTest() override { empty_folder(); }
 

@@ -34,11 +34,11 @@ std::string wav_header(std::size_t samples, int rate) {
 
 } // namespace
 
-Samples sine(double hz, double seconds, double level, int rate) {
+Samples sine(double hz, double seconds, double level, int rate, double phase) {
     Samples samples(static_cast<std::size_t>(std::lround(seconds * rate)));
     for (std::size_t i = 0; i < samples.size(); ++i) {
         samples[i] = static_cast<std::int16_t>(
-            std::lround(level * std::sin(TWO_PI * hz * static_cast<double>(i) / rate)));
+            std::lround(level * std::sin(TWO_PI * hz * static_cast<double>(i) / rate + phase)));
     }
     return samples;
 }

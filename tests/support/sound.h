@@ -10,7 +10,7 @@
 
 using Samples = std::vector<std::int16_t>;
 
-Samples sine(double hz, double seconds, double level, int rate);
+Samples sine(double hz, double seconds, double level, int rate, double phase = 0.0);
 // Writes a mono MP3 at `rate` Hz. Throws if there is no `lame` or it fails.
 void write_mp3(std::string const& path, Samples const& samples, int rate);
 

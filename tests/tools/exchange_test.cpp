@@ -6,6 +6,7 @@
 #include "records/lap_file.h"
 #include "support/files.h"
 #include "support/records.h"
+#include "support/said.h"
 #include "support/tracks.h"
 #include "world/car_physics.h"
 #include "world/track_file.h"
@@ -13,14 +14,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::HasSubstr;
 
-class Exchange : public RecordsTest {
-protected:
+struct Exchange : RecordsTest {
     Exchange() { put_track("3_Hall", {".....", ".*!..", "....."}); }
 
     static void put_track(std::string const& name, std::vector<std::string> const& rows) {
@@ -41,24 +43,21 @@ protected:
         return read_file(folder / file);
     }
     struct Said {
-        int status;
+        int status = -1;
         std::string out;
         std::string err;
     };
     template <typename Action>
     static Said heard(Action action) {
-        testing::internal::CaptureStdout();
-        testing::internal::CaptureStderr();
-        int const status = action();
-        std::string out = testing::internal::GetCapturedStdout();
-        return {status, out, testing::internal::GetCapturedStderr()};
+        Said said;
+        said.out = output_of([&] { said.err = errors_of([&] { said.status = action(); }); });
+        return said;
     }
     Said import() const {
         return heard([&] { return import_lap(lap); });
     }
 
-    TempDir dir;
-    WorkingDir in{dir.path()};
+    WorkingDir dir;
     std::string lap = dir.file("ann.lap");
 };
 
@@ -109,16 +108,11 @@ TEST_F(Exchange, ALapOfAnotherGridIsRefusedByBothFingerprints) {
 TEST_F(Exchange, WhatCannotBeSharedIsSaidAndHarmsNothing) {
     std::string const ghost = drive("Ann", 300);
     std::string const table = read_file(folder / "best_lap_times.txt");
-    struct Case {
-        char const* name;
-        char const* track;
-        char const* reason;
-    };
-    for (Case const& wrong :
-         {Case{"Ann", "Nowhere", "no track"}, Case{"Bo", "Hall", "no record"}}) {
-        Said const said = heard([&] { return export_lap(wrong.name, wrong.track, lap); });
+    for (auto const& [name, track, reason] :
+         {std::array{"Ann", "Nowhere", "no track"}, {"Bo", "Hall", "no record"}}) {
+        Said const said = heard([&] { return export_lap(name, track, lap); });
         EXPECT_EQ(said.status, 1);
-        EXPECT_THAT(said.err, HasSubstr(wrong.reason));
+        EXPECT_THAT(said.err, HasSubstr(reason));
     }
     std::string const endless = dir.file(std::string(5000, 'x'));
     EXPECT_EQ(heard([&] { return export_lap("Ann", "Hall", endless); }).status, 1);

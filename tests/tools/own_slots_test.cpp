@@ -13,8 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class OwnSlots : public testing::Test {
-protected:
+struct OwnSlots : testing::Test {
     void SetUp() override {
         for (fs::path const& folder : {tracks, data / "tracks"}) fs::create_directories(folder);
     }

@@ -8,8 +8,7 @@
 
 namespace {
 
-class Driver : public testing::Test {
-protected:
+struct Driver : testing::Test {
     Driver() { other.car.x = -1000.0; }
 
     Input drive(double x, double y, double heading, double speed) {

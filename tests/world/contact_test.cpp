@@ -18,8 +18,7 @@ CarState car_at(double x, double y, double speed = 0.0, double course = 0.0) {
         .x = x, .y = y, .speed = speed, .heading = course, .travel_dir = course, .throttle = speed};
 }
 
-class Wall : public testing::Test {
-protected:
+struct Wall : testing::Test {
     // Lets the car cross the border of the hall in one tick and handles it.
     void hit(CarState const& before, double dx, double dy, int index = 0) {
         player.car = before;
@@ -84,8 +83,7 @@ TEST_F(Wall, StuckCarsSlideIntoTheOpen) {
     EXPECT_EQ(player.car.x, 5.5);
 }
 
-class Bump : public testing::Test {
-protected:
+struct Bump : testing::Test {
     Bump() { PIXELS_PER_CELL = 1; } // half a car is 13.2 cells long and 6.6 wide
 
     bool bump(CarState& a, CarState& b) { return arcade_car_bump(a, b, 0, 1, hall, audio); }

@@ -21,8 +21,7 @@ double units_off(double got, Wide truth) {
     return static_cast<double>(std::abs(Wide(got) - truth) / std::ldexp(Wide(1.0), exponent - 53));
 }
 
-class WorldMath : public testing::Test {
-protected:
+struct WorldMath : testing::Test {
     void SetUp() override {
         if (std::numeric_limits<Wide>::digits < 64) GTEST_SKIP() << "nothing finer to compare with";
     }

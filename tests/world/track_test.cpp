@@ -8,6 +8,7 @@
 #include <cmath>
 #include <numbers>
 #include <random>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -45,23 +46,19 @@ TEST(Track, BuiltInCourseIsTheKnownOne) {
 
 TEST(Track, SurfaceFollowsTheCellUnderTheCar) {
     Track const track = track_from_rows({"*!.g", "rwbx"});
-    struct Case {
-        double x, y, resist;
-        float rumble;
-    };
-    for (Case const& c : {Case{0.5, 0.5, 0.0, 0.0F},
-                          {3.9, 0.9, 0.0, 1.0F},
-                          {0.5, 1.0, SIM_RW_RESIST, 0.6F},
-                          {1.5, 1.5, SIM_RW_RESIST, 0.6F},
-                          {2.5, 1.5, 0.0, 0.0F},
-                          {3.5, 1.5, 0.0, 0.0F},
-                          {-0.5, 0.5, 0.0, 0.0F}, // still column 0
-                          {-1.0, 0.5, 0.0, 1.0F},
-                          {4.0, 0.5, 0.0, 1.0F},
-                          {0.5, 2.0, 0.0, 1.0F}}) {
+    for (auto const& [x, y, resist, rumble] : {std::tuple{0.5, 0.5, 0.0, 0.0F},
+                                               {3.9, 0.9, 0.0, 1.0F},
+                                               {0.5, 1.0, SIM_RW_RESIST, 0.6F},
+                                               {1.5, 1.5, SIM_RW_RESIST, 0.6F},
+                                               {2.5, 1.5, 0.0, 0.0F},
+                                               {3.5, 1.5, 0.0, 0.0F},
+                                               {-0.5, 0.5, 0.0, 0.0F}, // still column 0
+                                               {-1.0, 0.5, 0.0, 1.0F},
+                                               {4.0, 0.5, 0.0, 1.0F},
+                                               {0.5, 2.0, 0.0, 1.0F}}) {
         float heard = -1.0F;
-        EXPECT_EQ(sample_surface(track, {.x = c.x, .y = c.y}, heard).resist, c.resist) << c.x;
-        EXPECT_EQ(heard, c.rumble) << c.x << ", " << c.y;
+        EXPECT_EQ(sample_surface(track, {.x = x, .y = y}, heard).resist, resist) << x;
+        EXPECT_EQ(heard, rumble) << x << ", " << y;
     }
 }
 
