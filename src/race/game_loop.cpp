@@ -71,7 +71,7 @@ void report(GameLoop& g, std::uint32_t now) {
                           .audio = g.audio,
                           .track_path = g.track_path,
                           .track_slot = g.track_slot,
-                          .arcade = !is_recorded(g.switches()),
+                          .recorded = is_recorded(g.switches()),
                           .trouble = {}};
     note_hits(g.rumble, g.events, now);
     report_events(context, g.events);

@@ -1,8 +1,8 @@
 #include "race/headless_race.h"
 
 #include "race/race_tick.h"
+#include "render/track_view.h"
 #include "world/ai_driver.h"
-#include "world/geometry.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,11 +10,7 @@
 
 namespace {
 
-constexpr std::uint64_t STEPS_PER_SECOND = 100;
 constexpr std::uint64_t DECISIONS_PER_SECOND = 60;
-constexpr int LARGE_SIDE = 320; // cells: a larger track is drawn at one pixel a cell
-constexpr int SMALL_TRACK_SCALE = 17;
-constexpr double STUCK_STEP = 0.05; // cells a step: less than this under gas is getting nowhere
 
 // True in the steps that begin a frame of the imagined display.
 bool frame_begins(std::uint64_t step) {
@@ -42,9 +38,7 @@ void note_step(HeadlessLog& log, Player const& player, RaceEvents const& events)
         if (event.kind == RaceEventKind::Lap) log.lap_ms.push_back(event.time_ms);
         if (event.loudness > 0.0F) ++log.hits;
     }
-    double const moved =
-        length(Vec2{player.car.x, player.car.y} - Vec2{player.prev_car.x, player.prev_car.y});
-    if (player.input.gas && moved < STUCK_STEP) log.stuck_seconds += 1.0 / STEPS_PER_SECOND;
+    if (player.input.gas && !has_got_away(player)) log.stuck_seconds += 1.0 / STEPS_PER_SECOND;
     log.top_speed = std::max(log.top_speed, player.car.speed);
 }
 
@@ -64,7 +58,7 @@ std::uint64_t mix_in(std::uint64_t hash, std::uint64_t bits) {
 } // namespace
 
 int game_scale(Track const& track) {
-    return std::min(track.width, track.height) > LARGE_SIDE ? 1 : SMALL_TRACK_SCALE;
+    return drawing_scale(wished_pixels_per_cell(track));
 }
 
 void headless_start(HeadlessRace& race, Track track, HeadlessSetup const& setup) {

@@ -38,7 +38,7 @@ Player& player_of(Simulation& sim, RaceEvent const& event) {
 
 // Offers a best lap to the table, and puts its ghost to disk if it made the table.
 void keep_record(ReportContext& report, Player& player, RaceEvent& lap) {
-    if (!lap.is_best || report.track_slot <= 0 || player.name.empty() || report.arcade) return;
+    if (!lap.is_best || report.track_slot <= 0 || player.name.empty() || !report.recorded) return;
     std::string const file = ghost_file_name(player.name, report.track_path);
     std::string reason;
     int const rank =

@@ -16,7 +16,7 @@ struct ReportContext {
     Audio& audio;
     std::string const& track_path;
     int track_slot;      // records are only kept for a slot above 0
-    bool arcade;         // nothing is recorded
+    bool recorded;       // false: not even then
     std::string trouble; // a record or a ghost that could not be saved; empty for none
 };
 

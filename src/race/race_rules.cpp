@@ -8,14 +8,9 @@ namespace {
 constexpr std::array<std::uint32_t, GO_STEP + 1> BEEPS_AT_MS{0, 1000, 2000, 3000};
 constexpr std::uint32_t MUSIC_AFTER_GO_MS = 300;
 
-void set_clocks_to_now(Simulation const& sim, Player& player) {
-    player.lap_start_ms = static_cast<double>(sim.sim_time_ms);
-    player.race_start_ms = player.lap_start_ms;
-}
-
 void go(Simulation& sim, std::uint32_t now) {
     for (Player* player : {&sim.p1, &sim.p2}) {
-        set_clocks_to_now(sim, *player);
+        start_clocks(*player, static_cast<double>(sim.sim_time_ms));
         player->trace.clear();
     }
     sim.countdown.active = false;
@@ -48,9 +43,7 @@ void stop_who_is_out_of_time(Simulation& sim, std::uint32_t now, RaceEvents& eve
     if (now - sim.first_finish_tick < OUT_OF_TIME_MS) return;
     for (Player* player : {&sim.p1, &sim.p2}) {
         if (player->view.finished_ms != 0) continue;
-        player->view.finished_ms = now;
-        player->finish_ms = static_cast<double>(sim.sim_time_ms);
-        player->view.skid_points.clear();
+        end_race_of(*player, now, static_cast<double>(sim.sim_time_ms));
         events.push_back({.kind = RaceEventKind::OutOfTime, .player = player->id});
     }
 }
@@ -58,7 +51,9 @@ void stop_who_is_out_of_time(Simulation& sim, std::uint32_t now, RaceEvents& eve
 void hold_clocks(Simulation& sim) {
     for (Player* player : {&sim.p1, &sim.p2}) {
         if (sim.countdown.active) player->input = {};
-        if (sim.countdown.active || player->waiting_for_line) set_clocks_to_now(sim, *player);
+        if (sim.countdown.active || player->waiting_for_line) {
+            start_clocks(*player, static_cast<double>(sim.sim_time_ms));
+        }
         // Until the car has faded out it still answers to its driver.
         if (player->view.finished_ms != 0 && player->view.car_alpha == 0) player->input = {};
     }

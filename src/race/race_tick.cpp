@@ -42,13 +42,6 @@ void emit(RaceContext& race, RaceEventKind kind, Player const& player) {
     race.events.push_back({.kind = kind, .player = player.id});
 }
 
-void start_clock(Player& player, double at_ms) {
-    player.lap_start_ms = at_ms;
-    player.race_start_ms = at_ms;
-    player.waiting_for_line = false;
-    player.trace.clear();
-}
-
 // The recording of a best lap becomes the ghost. True if there was one.
 bool keep_ghost(RaceContext const& race, Player& player, std::uint32_t lap_ms) {
     if (player.trace.empty()) return false;
@@ -67,9 +60,7 @@ void announce_lap(RaceContext const& race, Player& player, RaceEvent const& lap)
 }
 
 void finish_race(RaceContext& race, Player& player, double at_ms) {
-    player.view.finished_ms = race.now;
-    player.finish_ms = at_ms;
-    player.view.skid_points.clear();
+    end_race_of(player, race.now, at_ms);
     bool const is_first = race.sim.first_finish_tick == 0;
     if (is_first) {
         race.sim.first_finish_tick = race.now;
@@ -110,7 +101,9 @@ void cross_forward(RaceContext& race, Player& player, int tick) {
     double const at_ms = static_cast<double>(race.sim.sim_time_ms) +
                          (tick + 1) * static_cast<double>(STEP_MS) / race.ticks_per_step;
     if (player.waiting_for_line) {
-        start_clock(player, at_ms);
+        start_clocks(player, at_ms);
+        player.waiting_for_line = false;
+        player.trace.clear();
         emit(race, RaceEventKind::ClockStarted, player);
     } else if (player.wrong_way) {
         player.wrong_way = false;

@@ -45,11 +45,6 @@ void line_up_behind_goal(Player& player) {
     player.waiting_for_line = true;
 }
 
-bool has_got_away(Player const& player) {
-    Vec2 const moved{player.car.x - player.prev_car.x, player.car.y - player.prev_car.y};
-    return dot(moved, moved) >= AWAY_DISTANCE * AWAY_DISTANCE;
-}
-
 } // namespace
 
 void place_car_at_start(CarState& car, Track const& track, int side) {
@@ -96,14 +91,18 @@ void line_up_players(Simulation& sim, Track const& track) {
     reset_player(sim.p1, track, -1);
     reset_player(sim.p2, track, 1);
     for (Player* player : {&sim.p1, &sim.p2}) {
-        player->lap_start_ms = static_cast<double>(sim.sim_time_ms);
-        player->race_start_ms = static_cast<double>(sim.sim_time_ms);
+        start_clocks(*player, static_cast<double>(sim.sim_time_ms));
         player->finish_ms = 0.0;
     }
     if (!sim.flying_start) return;
     place_cars_flying_start(sim.p1.car, sim.p2.car, track);
     line_up_behind_goal(sim.p1);
     line_up_behind_goal(sim.p2);
+}
+
+bool has_got_away(Player const& player) {
+    Vec2 const moved{player.car.x - player.prev_car.x, player.car.y - player.prev_car.y};
+    return dot(moved, moved) >= AWAY_DISTANCE * AWAY_DISTANCE;
 }
 
 void post_tick(Player& player, Track const& track, std::uint32_t now) {
@@ -120,6 +119,17 @@ void start_countdown(Countdown& countdown, std::uint32_t now) {
     countdown.start_tick = now;
     countdown.step = 0;
     countdown.active = true;
+}
+
+void start_clocks(Player& player, double at_ms) {
+    player.lap_start_ms = at_ms;
+    player.race_start_ms = at_ms;
+}
+
+void end_race_of(Player& player, std::uint32_t now, double at_ms) {
+    player.view.finished_ms = now;
+    player.finish_ms = at_ms;
+    player.view.skid_points.clear();
 }
 
 void Simulation::restart(bool clear, bool keep_music, Track const& new_track, Audio& audio,
@@ -166,9 +176,7 @@ void Simulation::beginGameOver(std::uint32_t now) {
     game_over = true;
     for (Player* player : {&p1, &p2}) {
         if (player->view.finished_ms != 0) continue;
-        player->view.finished_ms = now;
-        player->finish_ms = static_cast<double>(sim_time_ms);
-        player->view.skid_points.clear();
+        end_race_of(*player, now, static_cast<double>(sim_time_ms));
     }
     finish_seq_game_over(finish_seq, now, FANFARE_FADE_MS);
 }

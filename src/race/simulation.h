@@ -14,6 +14,7 @@ struct Audio;
 
 // Simulated time of one step of the clock.
 constexpr std::uint32_t STEP_MS = 10;
+constexpr std::uint32_t STEPS_PER_SECOND = 1000 / STEP_MS;
 
 struct Countdown {
     std::uint32_t start_tick = 0; // SDL_GetTicks when it began
@@ -61,6 +62,13 @@ void place_car_at_start(CarState& car, Track const& track, int side);
 void place_cars_flying_start(CarState& first, CarState& second, Track const& track);
 // Both players to the grid, or behind the line for a flying start, their clocks at this moment.
 void line_up_players(Simulation& sim, Track const& track);
+// False for a car that, under gas, would be held by a wall or the other car: in this step it has
+// hardly moved.
+bool has_got_away(Player const& player);
 // The end of a step for one player: frees a car that is stuck under gas, lays the skid trail.
 void post_tick(Player& player, Track const& track, std::uint32_t now);
 void start_countdown(Countdown& countdown, std::uint32_t now);
+// The player's clocks begin at `at_ms` of the simulated clock.
+void start_clocks(Player& player, double at_ms);
+// The player's race ends: at `now` for the eye, at `at_ms` on the simulated clock.
+void end_race_of(Player& player, std::uint32_t now, double at_ms);

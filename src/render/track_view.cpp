@@ -160,6 +160,15 @@ double world_scale() {
     return PIXELS_PER_CELL * zoom_factor();
 }
 
+int wished_pixels_per_cell(Track const& track) {
+    bool const large = track.width > LARGE_TRACK && track.height > LARGE_TRACK;
+    return large ? LARGE_TRACK_CELL : WISHED_CELL;
+}
+
+int drawing_scale(int pixels) {
+    return std::max(1, pixels - 1);
+}
+
 int pixels_per_cell_for(Track const& track, SDL_Renderer* renderer) {
     SDL_RendererInfo info{};
     bool const known = SDL_GetRendererInfo(renderer, &info) == 0;
@@ -168,8 +177,7 @@ int pixels_per_cell_for(Track const& track, SDL_Renderer* renderer) {
     };
     int const across = std::max(1, limit(info.max_texture_width) / std::max(1, track.width));
     int const down = std::max(1, limit(info.max_texture_height) / std::max(1, track.height));
-    bool const large = track.width > LARGE_TRACK && track.height > LARGE_TRACK;
-    return std::min({large ? LARGE_TRACK_CELL : WISHED_CELL, across, down});
+    return std::min({wished_pixels_per_cell(track), across, down});
 }
 
 int zoom_min(Track const& track, int view_w) {

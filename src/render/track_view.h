@@ -10,6 +10,11 @@
 // Pixels per cell: PIXELS_PER_CELL times the zoom.
 double world_scale();
 
+// The cell size in pixels that a track is drawn at by the most patient renderer.
+int wished_pixels_per_cell(Track const& track);
+// What PIXELS_PER_CELL is set to for a track that may be drawn at `pixels` a cell.
+int drawing_scale(int pixels);
+
 // The largest cell size in pixels that the track may be drawn at with this renderer, at least 1.
 int pixels_per_cell_for(Track const& track, SDL_Renderer* renderer);
 

@@ -73,7 +73,7 @@ TEST_F(RaceRules, WhoComesSecondHasTwentySeconds) {
 
     Audio audio;
     std::string const path;
-    ReportContext report{sim, audio, path, 0, false, {}};
+    ReportContext report{sim, audio, path, 0, true, {}};
     EXPECT_EQ(output_of([&] { report_events(report, events); }), "P2 out of time — race over\n");
 }
 

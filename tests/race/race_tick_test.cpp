@@ -42,7 +42,7 @@ struct RaceTick : testing::Test {
     }
 
     void report(bool arcade = false, int slot = 0) {
-        ReportContext context{sim, audio, path, slot, arcade, {}};
+        ReportContext context{sim, audio, path, slot, !arcade, {}};
         report_events(context, events);
         events.clear();
     }
