@@ -13,18 +13,18 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <optional>
 
 namespace {
 
-constexpr char const* TABLE_FILE = "best_lap_times.txt";
 constexpr std::size_t LONGEST_PIECE = 255; // bytes that are read as one line at most
 
 enum class TableRead {
-    missing,    // no such file: a first run
-    unopenable, // there is something, but not for us
-    broken_off, // the disk failed before the end
-    whole,
+    Missing,    // no such file: a first run
+    Unopenable, // there is something, but not for us
+    BrokenOff,  // the disk failed before the end
+    Whole,
 };
 
 std::string ask_for_pref_folder() {
@@ -66,10 +66,10 @@ void scan_entry(char const* line, std::string const& section, BestLapTable& tabl
 TableRead read_table(BestLapTable& table) {
     table.clear();
     bool broken_off = false;
-    std::optional<std::string> const text = read_file_text(pref_path(TABLE_FILE), &broken_off);
-    if (!text) return errno == ENOENT ? TableRead::missing : TableRead::unopenable;
+    std::optional<std::string> const text = read_file_text(pref_path(BEST_LAPS_FILE), &broken_off);
+    if (!text) return errno == ENOENT ? TableRead::Missing : TableRead::Unopenable;
     table = parse_best_lap_table(*text);
-    return broken_off ? TableRead::broken_off : TableRead::whole;
+    return broken_off ? TableRead::BrokenOff : TableRead::Whole;
 }
 
 std::string entry_line(int slot, BestEntry const& entry) {
@@ -78,7 +78,7 @@ std::string entry_line(int slot, BestEntry const& entry) {
 }
 
 void report_unwritable() {
-    std::fputs("could not write best_lap_times.txt\n", stderr);
+    std::fprintf(stderr, "could not write %s\n", BEST_LAPS_FILE);
 }
 
 BestEntry const* find_entry(BestLapTable const& table, std::string const& name, int slot) {
@@ -131,11 +131,11 @@ std::string best_lap_table_text(BestLapTable const& table) {
 
 bool load_best_lap_table(BestLapTable& table) {
     TableRead const read = read_table(table);
-    return read == TableRead::whole || read == TableRead::broken_off;
+    return read == TableRead::Whole || read == TableRead::BrokenOff;
 }
 
 bool save_best_lap_table(BestLapTable const& table) {
-    if (replace_file(pref_path(TABLE_FILE), {best_lap_table_text(table)})) return true;
+    if (replace_file(pref_path(BEST_LAPS_FILE), {best_lap_table_text(table)})) return true;
     report_unwritable();
     return false;
 }
@@ -152,7 +152,7 @@ int record_best_lap(std::string const& name, int slot, double seconds,
     table[name][slot] = {seconds, trace_file};
     // What could not be read in full must not be replaced by the part that could.
     std::string reason;
-    if (read == TableRead::missing || read == TableRead::whole) {
+    if (read == TableRead::Missing || read == TableRead::Whole) {
         errno = 0;
         if (!save_best_lap_table(table)) reason = failure_reason();
     } else {

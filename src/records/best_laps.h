@@ -46,6 +46,7 @@ using BestLapTable = std::map<std::string, std::map<int, BestEntry>>;
 // The folder is asked for once in the life of the process; what a program that came to a sudden end
 // left in it is then set right, unless another game is running.
 std::string pref_path(char const* file);
+constexpr char const* BEST_LAPS_FILE = "best_lap_times.txt";
 
 // The table that a file's text gives. Lines are read as pieces of at most 255 bytes.
 BestLapTable parse_best_lap_table(std::string_view text);

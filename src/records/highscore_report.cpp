@@ -216,7 +216,7 @@ bool write_highscore_pdf(std::string const& name, std::string const& path) {
     IMG_Init(IMG_INIT_JPG | IMG_INIT_PNG);
     BestLapTable table;
     if (!load_best_lap_table(table)) {
-        return fail("cannot read " + pref_path("best_lap_times.txt"));
+        return fail("cannot read " + pref_path(BEST_LAPS_FILE));
     }
     auto const section = table.find(name);
     if (section == table.end() || section->second.empty()) {

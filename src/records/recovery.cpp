@@ -86,7 +86,7 @@ bool recover_version(std::string const& file, Neighbours const& neighbours,
 
 // What `file` is tells the name by which the game knows it, which a link may bear.
 bool recover(std::string const& name, std::string const& file, Neighbours const& neighbours) {
-    if (name.ends_with("best_lap_times.txt")) return recover_table(file, neighbours);
+    if (name.ends_with(BEST_LAPS_FILE)) return recover_table(file, neighbours);
     if (name.ends_with(".trace")) return recover_version(file, neighbours, ghost_trace_is_whole);
     return recover_version(file, neighbours, is_whole_text);
 }

@@ -39,12 +39,12 @@ std::string neighbour(std::string const& path) {
 }
 
 // What is to reach the disk next.
-enum class Stage { content, name, old_ones_end, done };
+enum class Stage { Content, Name, OldOnesEnd, Done };
 
 // A file that this program has replaced and not yet seen reach the disk.
 struct Waiting {
     std::string old; // the neighbour that holds what was there before
-    Stage next = Stage::content;
+    Stage next = Stage::Content;
 };
 
 std::map<std::string, Waiting>& waiting_for_disk() {
@@ -88,8 +88,8 @@ std::string change_places(std::string const& fresh, std::string const& target) {
 // there is none an empty one stands for it: the sign that the new one may be torn.
 bool put_in_place(std::string const& fresh, std::string const& target) {
     auto const known = waiting_for_disk().find(target);
-    if (known != waiting_for_disk().end() && known->second.next <= Stage::name) {
-        known->second.next = Stage::content;
+    if (known != waiting_for_disk().end() && known->second.next <= Stage::Name) {
+        known->second.next = Stage::Content;
         if (!exchange_names(fresh, target)) return take_name(fresh, target);
         remove_file(fresh);
         return true;
@@ -111,18 +111,18 @@ bool take_step(std::string const& file, Waiting& waiting) {
     std::error_code ignored;
     bool const is_gone = !fs::exists(to_path(file), ignored); // somebody wanted it so
     switch (waiting.next) {
-    case Stage::content:
+    case Stage::Content:
         if (!is_gone && !flush_to_disk(file)) return false;
-        waiting.next = Stage::name;
+        waiting.next = Stage::Name;
         return true;
-    case Stage::name:
+    case Stage::Name:
         if (!is_gone && !flush_folder_of(file)) return false;
         remove_file(waiting.old);
-        waiting.next = Stage::old_ones_end;
+        waiting.next = Stage::OldOnesEnd;
         return true;
     default:
         flush_folder_of(file); // the old file must not come back beside newer ones
-        waiting.next = Stage::done;
+        waiting.next = Stage::Done;
         return true;
     }
 }
@@ -155,17 +155,17 @@ std::string failure_reason() {
 
 void flush_replaced_files() {
     for (auto& [file, waiting] : waiting_for_disk()) {
-        while (waiting.next != Stage::done && take_step(file, waiting)) {
+        while (waiting.next != Stage::Done && take_step(file, waiting)) {
         }
     }
     std::erase_if(waiting_for_disk(),
-                  [](auto const& entry) { return entry.second.next == Stage::done; });
+                  [](auto const& entry) { return entry.second.next == Stage::Done; });
 }
 
 bool flush_a_step() {
     auto const first = waiting_for_disk().begin();
     if (first == waiting_for_disk().end() || !take_step(first->first, first->second)) return false;
-    if (first->second.next == Stage::done) waiting_for_disk().erase(first);
+    if (first->second.next == Stage::Done) waiting_for_disk().erase(first);
     return !waiting_for_disk().empty();
 }
 
