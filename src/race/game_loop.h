@@ -63,15 +63,18 @@ public:
     // Ends the race for both players and starts the high-score music.
     void enter_game_over(std::uint32_t now);
     [[nodiscard]] RaceSwitches switches() const { return {arcade, ai_red, ai_blue}; }
+    bool rebuild_track_texture();
+    void refresh_track_tex();
+    void apply_viewports();
+
+    // What is heard beside the cars (race_music.cpp).
     void apply_music();
     // Until the next race's own cue: GO, or the practice's start.
     void silence_race_music();
     char const* pick_race_music();
     // Has the songs that may come next decoded ahead.
     void expect_music();
-    bool rebuild_track_texture();
-    void refresh_track_tex();
-    void apply_viewports();
+    void start_game_over_music();
 
     SDL_Window* window;
     SDL_Renderer* renderer;
@@ -111,7 +114,8 @@ public:
     std::uint32_t acc_ms = 0; // real time not yet turned into steps
     std::uint32_t last_ticks = 0;
     std::uint32_t fade_in_tick = 0;
-    float music_volume = 0.3F;
+    static constexpr float DEFAULT_MUSIC_VOLUME = 0.3F;
+    float music_volume = DEFAULT_MUSIC_VOLUME;
     bool music_enabled = true;
     bool car_sound_enabled = true;
     int music_index = -1;

@@ -18,7 +18,6 @@
 
 namespace {
 
-constexpr float DEFAULT_MUSIC_VOLUME = 0.3F;
 constexpr float VOLUME_STEP = 0.05F;
 constexpr std::uint32_t OSD_MS = 2000;
 constexpr std::uint32_t LOSS_SHOWS_MS = 3000;
@@ -221,7 +220,7 @@ void press_function_key(GameLoop& g, SDL_Scancode key) {
     case SDL_SCANCODE_F9:
         return toggle_vsync(g);
     case SDL_SCANCODE_F10:
-        return set_music_volume(g, DEFAULT_MUSIC_VOLUME);
+        return set_music_volume(g, GameLoop::DEFAULT_MUSIC_VOLUME);
     case SDL_SCANCODE_F11:
         return set_music_volume(g, g.music_volume - VOLUME_STEP);
     case SDL_SCANCODE_F12:

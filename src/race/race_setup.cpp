@@ -1,4 +1,4 @@
-#include "audio/music_fade.h"
+#include "audio/audio.h"
 #include "base/own_place.h"
 #include "base/screen.h"
 #include "base/texts.h"
@@ -17,7 +17,6 @@
 #include "screens/finish_sequence.h"
 #include "screens/intro_screen.h"
 #include "screens/menu_loop.h"
-#include "screens/menu_music.h"
 #include "world/track_file.h"
 
 #include <SDL.h>
@@ -29,17 +28,7 @@
 
 namespace {
 
-constexpr double GAME_OVER_FADE_S = 2.0;
 constexpr std::uint32_t FAILURE_SHOWS_MS = 4000; // loading and the fade from black are part of it
-
-constexpr std::array<char const*, 4> RACE_MUSIC{
-    "music/Gallop Over Pine Hills -- game 2.mp3",
-    "music/Booting GEM Dreams.mp3",
-    "music/Relentless Grid.mp3",
-    "music/Twin Rivers C64.mp3",
-};
-
-constexpr char const* GAME_OVER_MUSIC = "music/HiScore - Meadow Run Arcade 2.mp3";
 
 // What a menu hands back.
 struct MenuChoice {
@@ -89,7 +78,7 @@ void apply_choice(GameLoop& g, MenuChoice const& choice) {
 
 // The drawing scale of a new track, before its texture has been tried.
 void set_scale_for(GameLoop const& g, Track const& track) {
-    PIXELS_PER_CELL = std::max(1, pixels_per_cell_for(track, g.renderer) - 1);
+    PIXELS_PER_CELL = drawing_scale(pixels_per_cell_for(track, g.renderer));
     ZOOM_LEVEL = 0;
 }
 
@@ -310,29 +299,6 @@ void GameLoop::apply_viewports() {
     sim.p2.view.viewport = view_mode == 0 ? right : view_mode == 2 ? whole : none;
 }
 
-void GameLoop::apply_music() {
-    bool const play = sim.music_on && music_enabled;
-    if (play) audio.music_fade_step = QUICK_FADE_STEP;
-    audio.music_playing = play;
-}
-
-char const* GameLoop::pick_race_music() {
-    music_index = next_music_index;
-    next_music_index = std::rand() % static_cast<int>(RACE_MUSIC.size());
-    if (next_music_index == music_index) {
-        next_music_index = (music_index + 1) % static_cast<int>(RACE_MUSIC.size());
-    }
-    return RACE_MUSIC.at(static_cast<std::size_t>(music_index));
-}
-
-void GameLoop::expect_music() {
-    std::vector<std::string> songs;
-    if (sim.laps > 0 && !sim.game_over) songs.emplace_back(GAME_OVER_MUSIC);
-    songs.emplace_back(RACE_MUSIC.at(static_cast<std::size_t>(next_music_index)));
-    songs.emplace_back(MENU_MUSIC);
-    audio.expect_music(songs);
-}
-
 void GameLoop::reset_players() {
     line_up_players(sim, track);
     load_saved_ghost(sim.p1, track_slot);
@@ -361,21 +327,9 @@ void GameLoop::restart_race(bool clear, bool keep_music) {
     start_notices(notices, SDL_GetTicks());
 }
 
-void GameLoop::silence_race_music() {
-    sim.music_on = false;
-    sim.music_start_tick = 0;
-    audio.music_playing = false;
-}
-
 void GameLoop::enter_game_over(std::uint32_t now) {
     sim.beginGameOver(now);
     rematch_focused = false;
     records_wait = true;
-    audio.load_music(GAME_OVER_MUSIC);
-    expect_music();
-    audio.music_volume = 0.5F;
-    sim.music_on = true;
-    if (!music_enabled) return;
-    audio.music_fade_step = fade_step_of(audio, GAME_OVER_FADE_S);
-    audio.music_playing = true;
+    start_game_over_music();
 }
