@@ -23,6 +23,7 @@ constexpr float FIRST_ROW_Y = 0.48F;  // "Practice" and the red name
 constexpr float SECOND_ROW_Y = 0.53F; // "Race" and the blue name
 constexpr float START_Y = 0.47F;
 constexpr float START_HEIGHT = 0.08F;
+constexpr double CURSOR_HEIGHT = 0.035; // of the mouse, a share of the whole output's height
 constexpr float THUMBS_Y = 0.77F;
 
 // The row has at most this many thumbnails, and so many rectangles glide when the extra one is

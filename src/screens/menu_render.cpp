@@ -158,7 +158,7 @@ void draw_help_button(MenuFrame const& frame, MenuLabel const& label, TextureHan
 
 void draw_cursor(MenuFrame const& frame, MenuCursor const& cursor) {
     if (!cursor_shows(cursor, frame.now) || !cursor.tex || cursor.src.h <= 0) return;
-    int const h = std::max(1, static_cast<int>(std::lround(frame.H * 0.035)));
+    int const h = std::max(1, static_cast<int>(std::lround(CURSOR_HEIGHT * frame.H)));
     double const w_exact = static_cast<double>(cursor.src.w) * h / cursor.src.h;
     SDL_Rect const target{static_cast<int>(cursor.x), static_cast<int>(cursor.y),
                           static_cast<int>(std::lround(w_exact)), h};

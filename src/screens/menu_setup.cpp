@@ -24,8 +24,7 @@
 namespace {
 
 constexpr SDL_Color HEADING{210, 225, 255, 255};
-constexpr double CURSOR_HEIGHT = 0.035; // share of the output's height
-constexpr double START_SPARE = 1.2;     // the button's art is larger than at rest, to grow sharply
+constexpr double START_SPARE = 1.2; // the button's art is larger than at rest, to grow sharply
 constexpr double MOUSE_GAIN = 4.0;
 constexpr unsigned SETTLED_MS = 200; // a size that has not changed for so long
 
@@ -177,7 +176,7 @@ void load_cursor(MenuScreen& menu) {
 
 void load_start_button(MenuScreen& menu) {
     auto const height = [&menu](int) {
-        auto const rest = static_cast<double>(static_cast<float>(menu.H * 0.08));
+        auto const rest = double{START_HEIGHT * static_cast<float>(menu.H)};
         return std::max(1, static_cast<int>(std::lround(rest * menu.menu_scale * START_SPARE)));
     };
     int w = 0;

@@ -9,6 +9,7 @@
 #include "platform/console.h"
 #include "platform/files.h"
 #include "race/game_loop.h"
+#include "race/simulation.h"
 #include "records/ghost_trace.h"
 #include "records/ghost_tuning_screen.h"
 #include "records/highscore_report.h"
@@ -32,8 +33,6 @@
 #include <string_view>
 
 namespace {
-
-constexpr unsigned STEPS_PER_SECOND = 100;
 
 struct Screen {
     SDL_Window* window = nullptr;

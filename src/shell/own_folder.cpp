@@ -1,6 +1,7 @@
 #include "shell/own_folder.h"
 
 #include "platform/files.h"
+#include "world/track_file.h"
 
 #include <algorithm>
 #include <array>
@@ -132,13 +133,6 @@ private:
 };
 
 } // namespace
-
-std::size_t slot_of_file(fs::path const& path) {
-    std::string const name = to_text(path.filename());
-    bool const numbered = name.size() > 2 && name[0] >= '1' && name[0] <= '9' && name[1] == '_';
-    bool const track = path.extension() == ".trk" || path.extension() == ".png";
-    return numbered && track ? static_cast<std::size_t>(name[0] - '0') : 0;
-}
 
 bool refresh_own_folder(fs::path const& own, fs::path const& data) {
     return OwnFolder(own, data).refresh();

@@ -8,11 +8,7 @@
 // start. An own track hides the game's track of the same slot, as a slot has only one. Where not
 // everybody may make links, the folder has only what is the player's own.
 
-#include <cstddef>
 #include <filesystem>
-
-// The slot of a file "N_name.trk" or its picture; 0 for any other.
-std::size_t slot_of_file(std::filesystem::path const& path);
 
 // Makes the folder or brings its links up to date with `data`, an absolute path. False if the file
 // system gives no folder or no links.

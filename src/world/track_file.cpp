@@ -121,11 +121,10 @@ std::vector<TrackFile> track_files_in(fs::path const& folder) {
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
-        std::string const name = to_text(entry->path().filename());
-        if (name.size() <= 2 || name[0] < '1' || name[0] > '9' || name[1] != '_') continue;
+        std::size_t const slot = slot_of_file(entry->path());
         std::error_code ignored;
-        if (entry->path().extension() != ".trk" || !entry->is_regular_file(ignored)) continue;
-        files.push_back({static_cast<std::size_t>(name[0] - '0'), entry->path()});
+        if (slot == 0 || entry->path().extension() != ".trk") continue;
+        if (entry->is_regular_file(ignored)) files.push_back({slot, entry->path()});
     }
     if (error && error != std::errc::no_such_file_or_directory) tell_unreadable(error);
     return files;
@@ -150,6 +149,13 @@ bool read_track(std::istream& file, std::string const& name, Track& track) {
     scratch.compute_start_distance();
     track = std::move(scratch);
     return true;
+}
+
+std::size_t slot_of_file(fs::path const& path) {
+    std::string const name = to_text(path.filename());
+    bool const numbered = name.size() > 2 && name[0] >= '1' && name[0] <= '9' && name[1] == '_';
+    bool const track = path.extension() == ".trk" || path.extension() == ".png";
+    return numbered && track ? static_cast<std::size_t>(name[0] - '0') : 0;
 }
 
 std::string picture_of_track(std::string const& path) {

@@ -28,6 +28,9 @@ bool load_track(std::string const& path, Track& track);
 // The same of a file's bytes; `name` is what a missing marker is told of.
 bool read_track(std::istream& file, std::string const& name, Track& track);
 
+// The slot of a file "N_name.trk" or its picture; 0 for any other.
+std::size_t slot_of_file(std::filesystem::path const& path);
+
 struct TrackFile {
     std::size_t slot; // 1..9
     std::filesystem::path path;
@@ -41,8 +44,7 @@ std::string picture_of_track(std::string const& path);
 // a slot, no other does.
 std::vector<TrackFile> find_track_files();
 
-// The track files by slot 1..9; an empty string for an empty slot. Index 0
-// is never used.
+// The track files by slot 1..9; an empty string for an empty slot. Index 0 is never used.
 std::array<std::string, 10> discover_tracks();
 
 // The file's stem without its leading "N_".

@@ -1,7 +1,6 @@
 #include "brindle_track/own_slots.h"
 
 #include "platform/files.h"
-#include "shell/own_folder.h"
 #include "world/track_file.h"
 
 #include <array>
