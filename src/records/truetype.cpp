@@ -10,6 +10,7 @@ namespace {
 constexpr std::size_t FACE_HEAD_SIZE = 12;
 constexpr std::size_t TABLE_ENTRY_SIZE = 16;
 constexpr std::size_t LONG_OFFSETS_FLAG = 50; // in the table "head"
+// Also of those that map characters.
 constexpr unsigned MOST_FACE_TABLES = 64;
 
 // What a face without names and without a map from characters is made of, in the order of a file.
@@ -93,10 +94,11 @@ std::string_view TrueType::bytes_of(std::string_view tag) const {
 }
 
 // Where the map from Unicode's first 65,536 code points begins; 0 for none.
-std::size_t TrueType::unicode_table() const {
+std::size_t TrueType::find_unicode_table() const {
     constexpr unsigned BY_SEGMENTS = 4;
     std::size_t const map = table("cmap").at;
-    for (std::size_t i = 0; i < u16(map + 2); ++i) {
+    unsigned const count = std::min(u16(map + 2), MOST_FACE_TABLES);
+    for (std::size_t i = 0; i < count; ++i) {
         std::size_t const entry = map + 4 + 8 * i;
         std::size_t const at = map + u32(entry + 4);
         bool const unicode = u16(entry) == 0 || (u16(entry) == 3 && u16(entry + 2) == 1);
@@ -106,12 +108,12 @@ std::size_t TrueType::unicode_table() const {
 }
 
 unsigned TrueType::glyph_of(std::uint32_t code) const {
-    std::size_t const map = unicode_table();
+    std::size_t const map = unicode_table_;
     if (map == 0 || code > 0xffffU) return 0;
     std::size_t const doubled = std::size_t{u16(map + 6) / 2} * 2; // twice the number of segments
     std::size_t const ends = map + 14;
     std::size_t const starts = ends + doubled + 2;
-    for (std::size_t i = 0; i < doubled; i += 2) {
+    for (std::size_t i = 0; i < doubled && ends + i < bytes_.size(); i += 2) {
         if (u16(ends + i) < code) continue;
         unsigned const start = u16(starts + i);
         if (start > code) return 0;
@@ -203,7 +205,8 @@ std::string TrueType::subset(std::set<unsigned> glyphs) const {
     for (std::string_view const tag : KEPT_TABLES) tables[tag] = std::string(bytes_of(tag));
     std::string shapes;
     std::string offsets;
-    for (unsigned glyph = 0; glyph < u16(table("maxp").at + 4); ++glyph) {
+    unsigned const count = u16(table("maxp").at + 4);
+    for (unsigned glyph = 0; glyph < count; ++glyph) {
         offsets += big_endian(shapes.size(), 4);
         if (!glyphs.contains(glyph)) continue;
         shapes += outline(glyph);

@@ -12,7 +12,8 @@
 class TrueType {
 public:
     // `bytes` is a font file; of any other bytes nothing comes but empty glyphs.
-    explicit TrueType(std::string bytes) : bytes_(std::move(bytes)) {}
+    explicit TrueType(std::string bytes)
+        : bytes_(std::move(bytes)), unicode_table_(find_unicode_table()) {}
 
     // The glyph of a code point, 0 for one that the face lacks. Code points above 0xffff are
     // lacking.
@@ -38,11 +39,12 @@ private:
     [[nodiscard]] std::size_t u32(std::size_t at) const;
     [[nodiscard]] Table table(std::string_view tag) const;
     [[nodiscard]] std::string_view bytes_of(std::string_view tag) const;
-    [[nodiscard]] std::size_t unicode_table() const;
+    [[nodiscard]] std::size_t find_unicode_table() const;
     [[nodiscard]] int thousandths(int units) const;
     [[nodiscard]] std::size_t outline_at(unsigned glyph) const;
     [[nodiscard]] std::string_view outline(unsigned glyph) const;
     void add_parts(unsigned glyph, std::set<unsigned>& parts) const;
 
     std::string bytes_;
+    std::size_t unicode_table_; // 0 for none
 };
