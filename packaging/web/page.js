@@ -77,6 +77,7 @@ class Page {
             },
             nextFrame: () => this.nextFrame(),
             keepRecords: () => this.records.keep(),
+            offerMouse: (offered) => this.offerMouse(canvas, offered),
             fetchShipped: async (path) => (await this.shelf.bring(this.game.FS, path)) !== false,
             releaseShipped: (path) => this.shelf.release(this.game.FS, path),
         });
@@ -94,9 +95,18 @@ class Page {
 
     async left() {
         this.game.JSEvents.removeAllEventListeners();
+        this.offerMouse(byId("canvas"), false);
         this.game.SDL2?.audioContext?.close();
         if (document.fullscreenElement) document.exitFullscreen();
         await this.records.keep();
+    }
+
+    // With a click in the menu the mouse is the game's. A browser takes Esc to give it back, so a race
+    // does without.
+    offerMouse(canvas, offered) {
+        const take = () => canvas.requestPointerLock()?.catch?.(() => {}); // a click to come does it
+        canvas.onmousedown = offered ? take : null;
+        if (!offered && document.pointerLockElement) document.exitPointerLock();
     }
 
     async nextFrame() {
@@ -148,14 +158,18 @@ function factoryOf(script, name) {
     return new Function(`${text}; return ${name};`)();
 }
 
+const LEAVING_MS = 2000; // within so long, a page that has been left or reloaded is gone
+
 // One page at a time: two would overwrite each other's records.
 function soleOwner() {
     if (!navigator.locks) return Promise.resolve(true);
     return new Promise((resolve) => {
-        navigator.locks.request("brindle-run", {ifAvailable: true}, (lock) => {
-            resolve(lock !== null);
-            return lock ? new Promise(() => {}) : null;
-        });
+        const owned = () => {
+            resolve(true);
+            return new Promise(() => {});
+        };
+        navigator.locks.request("brindle-run", {signal: AbortSignal.timeout(LEAVING_MS)}, owned)
+            .catch(() => resolve(false));
     });
 }
 

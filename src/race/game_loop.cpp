@@ -2,6 +2,7 @@
 
 #include "audio/audio.h"
 #include "input/controls.h"
+#include "platform/mouse.h"
 #include "platform/present.h"
 #include "race/race_picture.h"
 #include "race/race_report.h"
@@ -167,7 +168,7 @@ GameLoop::GameLoop(SDL_Window* window_, SDL_Renderer* renderer_, Audio& audio_, 
 
 void GameLoop::run() {
     initial_setup();
-    SDL_SetRelativeMouseMode(SDL_TRUE);
+    put_mouse_aside_for_race();
     last_ticks = SDL_GetTicks();
     acc_ms = 0;
     while (running) frame();

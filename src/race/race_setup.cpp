@@ -3,6 +3,7 @@
 #include "base/screen.h"
 #include "base/texts.h"
 #include "input/input_conf.h"
+#include "platform/mouse.h"
 #include "platform/shipped_file.h"
 #include "race/game_loop.h"
 #include "records/best_laps.h"
@@ -172,7 +173,7 @@ void start_race(GameLoop& g, bool fade_in) {
     g.acc_ms = 0;
     g.last_ticks = SDL_GetTicks();
     g.fade_in_tick = fade_in ? SDL_GetTicks() : 0;
-    SDL_SetRelativeMouseMode(SDL_TRUE);
+    put_mouse_aside_for_race();
 }
 
 void load_saved_ghost(Player& player, int track_slot) {
@@ -222,7 +223,7 @@ void GameLoop::go_to_menu() {
         audio.hush();
         return;
     }
-    SDL_SetRelativeMouseMode(SDL_TRUE);
+    put_mouse_aside_for_race();
     apply_choice(*this, choice);
     audio.car_sound_active = true;
     silence_race_music();

@@ -2,6 +2,7 @@
 
 #include "audio/audio.h"
 #include "audio/sound_slots.h"
+#include "platform/mouse.h"
 #include "records/player_names.h"
 #include "records/replace_file.h"
 #include "render/colors.h"
@@ -256,7 +257,7 @@ void take_the_mouse(MenuScreen& menu) {
     menu.cursor.x = static_cast<float>(menu.W) / 2.0F;
     menu.cursor.y = static_cast<float>(menu.H) / 2.0F;
     set_mouse_gain(menu);
-    SDL_SetRelativeMouseMode(SDL_TRUE);
+    take_mouse_for_menu();
     SDL_StopTextInput();
 }
 

@@ -42,7 +42,7 @@ class Browser:
     def close(self):
         self.ask("DELETE", "")
         self.driver.terminate()
-        self.driver.wait()
+        self.driver.communicate()
 
     def ask(self, method, path, body=None):
         data = None if method == "GET" else json.dumps(body or {}).encode()
@@ -95,6 +95,12 @@ class Browser:
                 if not hold:
                     actions.append({"type": "pause", "duration": 60})
         self.ask("POST", "/actions", {"actions": [{"type": "key", "id": "keys", "actions": actions}]})
+
+    def click(self, x, y):
+        """Moves the mouse to a place on the page, and presses and releases its left button."""
+        self.ask("POST", "/actions", {"actions": [{"type": "pointer", "id": "mouse", "actions": [
+            {"type": "pointerMove", "x": x, "y": y}, {"type": "pointerDown", "button": 0},
+            {"type": "pause", "duration": 60}, {"type": "pointerUp", "button": 0}]}]})
 
     def resize(self, width, height):
         self.ask("POST", "/window/rect", {"width": width, "height": height})

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <unistd.h>
 
 std::filesystem::path to_path(std::string const& path) {
     return path;
@@ -52,11 +51,4 @@ void enter_folder(std::string const& folder, std::function<void()> const& if_alo
     if (mark < 0) return;
     if (flock(mark, LOCK_EX | LOCK_NB) == 0) if_alone();
     flock(mark, LOCK_SH); // held by the open folder, which stays open
-}
-
-bool flush_to_disk(std::string const& path) {
-    int const file = open(path.c_str(), O_RDONLY | O_CLOEXEC); // NOLINT: as the system has it
-    if (file < 0) return false;
-    bool const flushed = fsync(file) == 0;
-    return close(file) == 0 && flushed;
 }
