@@ -40,7 +40,9 @@ class Page {
             await this.load();
         } catch (error) {
             const text = `The game could not be loaded: ${error.message}.`;
-            return this.cover(text, {button: "Try again", then: () => this.begin()});
+            const gone = error instanceof Gone;
+            const then = () => (gone ? location.reload() : this.begin());
+            return this.cover(text, {button: gone ? "Load it anew" : "Try again", then});
         }
         this.cover("Starting");
         try {

@@ -1,5 +1,12 @@
 // Fetching files whole, with progress, and telling in words what went wrong.
 
+// What the page names is not on the server: the page is older than what stands there.
+class Gone extends Error {
+    constructor() {
+        super("it is not there any more, as if there were a newer version");
+    }
+}
+
 const STALLED_MS = 20000; // without a byte for so long, a connection is taken for lost
 
 async function fetchBytes(url, told) {
@@ -9,7 +16,7 @@ async function fetchBytes(url, told) {
     let length = 0;
     try {
         const answer = await fetch(url, {signal: control.signal});
-        if (answer.status === 404) throw new Error("it is not there any more: is there a newer version?");
+        if (answer.status === 404) throw new Gone();
         if (!answer.ok) throw new Error(`the server answered ${answer.status}`);
         const reader = answer.body.getReader();
         for (let piece = await reader.read(); !piece.done; piece = await reader.read()) {

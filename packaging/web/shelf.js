@@ -104,13 +104,15 @@ class Waiting {
 
     // Whether the player wants another try.
     again(parcel, error) {
-        this.show(`${parcel.title} could not be fetched: ${error.message}.`);
+        this.show(`Fetching ${parcel.title} failed: ${error.message}.`);
         this.bar.hidden = true;
         this.buttons.hidden = false;
         const [retry, without] = this.buttons.children;
+        const gone = error instanceof Gone;
+        retry.textContent = gone ? "Load the game anew" : "Try again";
         retry.focus();
         return new Promise((resolve) => {
-            retry.onclick = () => resolve(true);
+            retry.onclick = () => (gone ? location.reload() : resolve(true));
             without.onclick = () => resolve(false);
         });
     }

@@ -54,6 +54,9 @@ class Browser:
     def visit(self, address):
         self.ask("POST", "/url", {"url": address})
 
+    def reload(self):
+        self.ask("POST", "/refresh")
+
     def run(self, script, *arguments):
         return self.ask("POST", "/execute/sync", {"script": script, "args": list(arguments)})
 
@@ -102,6 +105,15 @@ class Browser:
             {"type": "pointerMove", "x": x, "y": y}, {"type": "pointerDown", "button": 0},
             {"type": "pause", "duration": 60}, {"type": "pointerUp", "button": 0}]}]})
 
+    def element(self, path):
+        """The address of the element that an XPath finds."""
+        found = self.ask("POST", "/element", {"using": "xpath", "value": path})
+        return f"/element/{next(iter(found.values()))}"
+
+    def press(self, path):
+        """A press of the mouse on an element, as a player does it: some things want that."""
+        self.ask("POST", self.element(path) + "/click")
+
     def resize(self, width, height):
         self.ask("POST", "/window/rect", {"width": width, "height": height})
 
@@ -110,16 +122,22 @@ class Browser:
 
 
 class Server(http.server.ThreadingHTTPServer):
-    """Serves `site` on the loopback address; breaks off what matches `lost` in the middle."""
+    """Serves `site` on the loopback address; breaks off what matches `lost` in the middle, and does
+    not know what matches `gone`."""
 
     def __init__(self, site):
         super().__init__(("127.0.0.1", 0), functools.partial(Handler, directory=str(site)))
-        self.lost = None
+        self.lost = self.gone = None
         self.address = f"http://127.0.0.1:{self.server_port}/"
         threading.Thread(target=self.serve_forever, daemon=True).start()
 
 
 class Handler(http.server.SimpleHTTPRequestHandler):
+    def do_GET(self):
+        if self.server.gone and re.search(self.server.gone, self.path):
+            return self.send_error(404)
+        return super().do_GET()
+
     def copyfile(self, source, outputfile):
         if self.server.lost and re.search(self.server.lost, self.path):
             outputfile.write(source.read(1000))
