@@ -30,6 +30,10 @@ inline std::filesystem::path from_root(std::filesystem::path const& path) {
 // Whether a file may bear that name.
 bool can_name_file(std::string const& name);
 
+// The name for a file that is to be called `name`, of letters that every system takes: another one
+// where the system means a device by it, whatever comes behind the first dot.
+std::string name_of_no_device(std::string const& name);
+
 // Whether everybody may make symbolic links here.
 bool links_for_everybody();
 

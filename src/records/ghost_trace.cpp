@@ -91,8 +91,8 @@ std::string sanitize_filename(std::string const& s) {
 }
 
 std::string ghost_file_name(std::string const& player_name, std::string const& track_path) {
-    return sanitize_filename(player_name) + "." +
-           sanitize_filename(track_name_from_path(track_path)) + ".trace";
+    return name_of_no_device(sanitize_filename(player_name) + "." +
+                             sanitize_filename(track_name_from_path(track_path)) + ".trace");
 }
 
 bool save_ghost_trace(std::string const& path, std::vector<CarState> const& frames,

@@ -15,6 +15,10 @@ bool can_name_file(std::string const& name) {
     return name.find('/') == std::string::npos;
 }
 
+std::string name_of_no_device(std::string const& name) {
+    return name;
+}
+
 bool links_for_everybody() {
     return true;
 }

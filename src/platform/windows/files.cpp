@@ -22,9 +22,23 @@ bool told_by_errno(bool done) {
     return false;
 }
 
+char to_upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
 // Whether somebody else, a virus scanner as a rule, has the file open for a moment.
 bool is_held(DWORD error) {
     return error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+}
+
+// Whatever its folder, and whatever ends it: "nul.txt" is the void, "com1.txt" may be a modem.
+bool is_device(std::string const& name) {
+    std::string word = name.substr(0, name.find('.'));
+    word.erase(word.find_last_not_of(' ') + 1);
+    for (char& c : word) c = to_upper(c);
+    if (word == "CON" || word == "PRN" || word == "AUX" || word == "NUL") return true;
+    bool const is_port = word.starts_with("COM") || word.starts_with("LPT");
+    return is_port && word.size() == 4 && word[3] >= '0' && word[3] <= '9';
 }
 
 } // namespace
@@ -39,7 +53,11 @@ std::string to_text(std::filesystem::path const& path) {
 
 bool can_name_file(std::string const& name) {
     return !name.empty() && name.find_first_of("<>:\"/\\|?*") == std::string::npos &&
-           !name.ends_with('.') && !name.ends_with(' ');
+           !name.ends_with('.') && !name.ends_with(' ') && !is_device(name);
+}
+
+std::string name_of_no_device(std::string const& name) {
+    return is_device(name) ? "_" + name : name;
 }
 
 bool links_for_everybody() {
