@@ -127,4 +127,35 @@ TEST_F(Exchange, WhatCannotBeSharedIsSaidAndHarmsNothing) {
     EXPECT_EQ(read_file(folder / "Ann.Hall.trace"), ghost);
 }
 
+TEST_F(Exchange, ALapThatCannotBeKeptWholeCostsNoRecord) {
+    drive("Ann", 250);
+    export_lap("Ann", "Hall", lap);
+    empty_folder();
+    std::string ghost = drive("Ann", 300);
+    std::string table = read_file(folder / "best_lap_times.txt");
+    fs::create_directories(folder / "Ann.Hall.trace.import/in the way");
+    EXPECT_THAT(import().err, HasSubstr("the old records stand"));
+    EXPECT_EQ(read_file(folder / "best_lap_times.txt"), table);
+    EXPECT_EQ(read_file(folder / "Ann.Hall.trace"), ghost);
+    fs::remove_all(folder / "Ann.Hall.trace.import");
+
+    // A table that cannot be written.
+    fs::rename(folder / "best_lap_times.txt", folder / "elsewhere");
+    fs::create_directory(folder / "best_lap_times.txt");
+    EXPECT_EQ(import().status, 1);
+    EXPECT_EQ(read_file(folder / "Ann.Hall.trace"), ghost);
+    EXPECT_FALSE(fs::exists(folder / "Ann.Hall.trace.import"));
+}
+
+TEST_F(Exchange, ANameThatSharesAGhostsFileDoesNotTakeIt) {
+    drive("An?", 250);
+    export_lap("An?", "Hall", lap);
+    empty_folder();
+    std::string const ghost = drive("An!", 300);
+    Said const said = import();
+    EXPECT_EQ(said.status, 1);
+    EXPECT_THAT(said.err, AllOf(HasSubstr("An?"), HasSubstr("An!"), HasSubstr("An_.Hall.trace")));
+    EXPECT_EQ(read_file(folder / "An_.Hall.trace"), ghost);
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 #include "brindle_track/first_course.h"
 #include "brindle_track/own_slots.h"
 #include "support/files.h"
+#include "support/tracks.h"
 #include "tools/courses.h"
 #include "track_compiler/course_parser.h"
 
@@ -24,8 +25,8 @@ struct OwnSlots : testing::Test {
         }
     }
     void build(std::string const& track, fs::path const& course) const {
-        write_file(tracks / (track + ".trk"), "built");
-        remember_built(tracks, course, track + ".trk");
+        write_file(tracks / (track + ".trk"), track_text({".*!."}));
+        EXPECT_TRUE(remember_built(tracks, course, track + ".trk"));
     }
     SlotChoice choose(int wanted = 0, fs::path const& course = "/me/my.course") const {
         return choose_slot(tracks, data, course, "Mine", wanted);
@@ -60,11 +61,11 @@ TEST_F(OwnSlots, ACourseBuiltAgainKeepsItsSlotAndItsTrackOnly) {
     EXPECT_EQ(choose(4, "/you/my.course").slot, 0);
     EXPECT_THAT(choose(4, "/you/my.course").problem, testing::HasSubstr("4_Mine.trk"));
     EXPECT_EQ(choose(0, "/you/my.course").slot, 1);
-    // What was taken away is forgotten, and may come back as somebody else's.
-    fs::remove(tracks / "4_Mine.trk");
-    build("6_Other", "/me/other.course");
-    write_file(tracks / "4_Mine.trk", "a friend's");
+    // What was taken away may come back as somebody else's.
+    write_file(tracks / "4_Mine.trk", track_text({"..*!"}));
     EXPECT_EQ(choose(4).slot, 0);
+    fs::remove(tracks / "4_Mine.trk");
+    EXPECT_EQ(choose(4).before, "");
 }
 
 TEST_F(OwnSlots, NoForeignFileGivesWay) {

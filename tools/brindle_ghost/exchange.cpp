@@ -1,18 +1,21 @@
 #include "brindle_ghost/exchange.h"
 
 #include "platform/files.h"
+#include "platform/keep_records.h"
 #include "records/best_laps.h"
 #include "records/ghost_trace.h"
 #include "records/lap_file.h"
 #include "records/replace_file.h"
 #include "world/track_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <system_error>
 
 namespace fs = std::filesystem;
 
@@ -20,6 +23,7 @@ namespace {
 
 // A lap packs to a few kilobytes; one that hits walls all the way, to a few hundred.
 constexpr std::uintmax_t LARGEST_FILE = 64 << 20;
+constexpr std::size_t LONGEST_GHOST_NAME = 159; // bytes; the table of best laps holds no longer one
 
 int fail(std::string const& reason) {
     std::fprintf(stderr, "brindle-ghost: %s\n", reason.c_str());
@@ -90,18 +94,49 @@ int slot_of_grid(SharedLap const& lap) {
     return 0;
 }
 
-// Enters the lap and its ghost, the table first, as after a race.
+// The ghosts of names that differ in odd letters only share one file name. Another player's record
+// that has its ghost in that file; empty if there is none.
+std::string other_owner(std::string const& ghost, std::string const& player) {
+    BestLapTable table;
+    load_best_lap_table(table);
+    for (auto const& [name, entries] : table) {
+        bool const owns = std::any_of(entries.begin(), entries.end(), [&](auto const& entry) {
+            return entry.second.trace_file == ghost;
+        });
+        if (owns && name != player) return name;
+    }
+    return "";
+}
+
+// Enters the lap and its ghost. The ghost is on the disk before the table tells of it, under a name
+// of its own: with a full disk both old ones stay.
 int enter_lap(SharedLap const& lap, int slot, std::string const& track_path) {
     double const seconds = lap.time_ms / 1000.0;
     std::string const ghost = ghost_file_name(lap.player, track_path);
+    std::string const owner = other_owner(ghost, lap.player);
+    if (!owner.empty()) {
+        return fail(lap.player + "'s ghost would have the same file as " + owner + "'s: " + ghost);
+    }
+    if (ghost.size() > LONGEST_GHOST_NAME) return fail(ghost + " is too long a name for a file");
+    std::string const place = pref_path(ghost.c_str());
+    std::string const fresh = place + ".import";
+    std::error_code ignored;
+    if (!save_ghost_trace(fresh, lap.frames, lap.ticks_per_step) || !flush_to_disk(fresh)) {
+        fs::remove(to_path(fresh), ignored);
+        return fail("the ghost could not be written; the old records stand");
+    }
+    flush_replaced_files();
     int const rank = record_best_lap(lap.player, slot, seconds, ghost);
     std::optional<BestEntry> const entered = find_record(lap.player, slot);
     if (!entered || entered->trace_file != ghost || std::abs(entered->seconds - seconds) > 0.0005) {
+        fs::remove(to_path(fresh), ignored);
         return fail("the record could not be written; the old ones stand");
     }
-    if (!save_ghost_trace(pref_path(ghost.c_str()), lap.frames, lap.ticks_per_step)) {
-        return fail("the time is entered, but its ghost could not be written");
+    if (!take_name(fresh, place)) {
+        return fail("the time is entered, but " + place + " cannot be replaced by its ghost");
     }
+    flush_folder_of(place);
+    keep_records();
     std::printf("%s on %s: %s, now %s's record%s.\n", lap.player.c_str(),
                 track_name_from_path(track_path).c_str(), seconds_text(seconds).c_str(),
                 lap.player.c_str(), rank == 2 ? " and the best of all" : "");
@@ -113,7 +148,11 @@ int enter_lap(SharedLap const& lap, int slot, std::string const& track_path) {
 int list_records() {
     std::array<std::string, 10> const tracks = discover_tracks();
     BestLapTable table;
-    if (!load_best_lap_table(table) || table.empty()) {
+    std::string const file = pref_path("best_lap_times.txt");
+    if (!load_best_lap_table(table) && is_there(to_path(file))) {
+        return fail(file + " cannot be read");
+    }
+    if (table.empty()) {
         std::printf("There are no records yet.\n");
         return 0;
     }

@@ -6,6 +6,7 @@
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/programs.h"
+#include "records/replace_file.h"
 #include "shell/game_folder.h"
 #include "shell/own_folder.h"
 #include "track_compiler/make_track.h"
@@ -13,7 +14,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <fstream>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -84,6 +84,23 @@ std::vector<fs::path> theme_folders(fs::path const& course, fs::path const& data
     return {from_root(course).parent_path(), data / "themes"};
 }
 
+bool is_theme(std::string const& theme, std::vector<fs::path> const& folders) {
+    return std::any_of(folders.begin(), folders.end(), [&](fs::path const& folder) {
+        return is_there(folder / to_path(theme + ".theme"));
+    });
+}
+
+// Their names, each behind a blank.
+std::string themes_in(fs::path const& folder) {
+    std::string names;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        names.append(1, ' ').append(to_text(entry->path().stem()));
+    }
+    return names;
+}
+
 // A name that can stand in a file's name, in quotes and on the menu.
 bool is_usable(std::string const& name) {
     return !name.empty() && name.size() <= LONGEST_NAME && name[0] != '.' && can_name_file(name) &&
@@ -94,23 +111,14 @@ bool is_usable(std::string const& name) {
 int make_new(Call const& call, fs::path const& data) {
     if (!is_usable(call.subject)) return fail("a track cannot be called \"" + call.subject + "\"");
     std::string const path = call.subject + ".course";
-    std::vector<fs::path> const themes = theme_folders(to_path(path), data);
-    if (std::none_of(themes.begin(), themes.end(), [&](fs::path const& folder) {
-            return is_there(folder / to_path(call.theme + ".theme"));
-        })) {
-        std::string known;
-        std::error_code error;
-        for (fs::directory_iterator entry(themes.back(), error), end; !error && entry != end;
-             entry.increment(error)) {
-            known.append(1, ' ').append(to_text(entry->path().stem()));
-        }
-        return fail("there is no theme \"" + call.theme + "\"; there are:" + known);
+    if (!is_theme(call.theme, theme_folders(to_path(path), data))) {
+        return fail("there is no theme \"" + call.theme +
+                    "\"; there are:" + themes_in(data / "themes"));
     }
     if (is_there(to_path(path))) return fail(path + " is there already");
-    std::ofstream file(to_path(path));
-    file << first_course(call.subject, call.theme);
-    file.close();
-    if (!file) return fail(path + " cannot be written");
+    if (!replace_file(path, {first_course(call.subject, call.theme)})) {
+        return fail(path + " cannot be written");
+    }
     std::printf("Wrote %s. Change it as you like; then: brindle-track try \"%s\"\n", path.c_str(),
                 path.c_str());
     return 0;
@@ -164,7 +172,10 @@ int build(Call& call, fs::path const& data) {
     fs::remove_all(workshop, error);
     if (!made) return FAULT;
     if (!placed) return fail(to_text(own / "tracks" / to_path(file)) + ".trk cannot be written");
-    remember_built(own / "tracks", source, to_path(file + ".trk"));
+    if (!remember_built(own / "tracks", source, to_path(file + ".trk"))) {
+        return fail(file + " is built, but " + to_text(own / "tracks" / ".built") +
+                    ", which tells where it came from, cannot be written");
+    }
     refresh_own_folder(own, data);
     std::printf("Built %s\n", to_text(own / "tracks" / to_path(file + ".trk")).c_str());
     if (!choice.hides.empty()) {

@@ -1,6 +1,8 @@
 #include "brindle_track/own_slots.h"
 
 #include "platform/files.h"
+#include "records/lap_file.h"
+#include "records/replace_file.h"
 #include "world/track_file.h"
 
 #include <array>
@@ -14,17 +16,29 @@ namespace {
 
 constexpr char const* NOTE = ".built";
 
-// Course to the file name of its track. A line holds both, the name first: it has no tab.
-std::map<fs::path, fs::path> read_built(fs::path const& tracks) {
-    std::map<fs::path, fs::path> built;
+struct Built {
+    fs::path track;   // its file name
+    std::string grid; // the fingerprint
+};
+
+// What each course made last. A line holds all three, the course last: it may have tabs.
+std::map<fs::path, Built> read_built(fs::path const& tracks) {
+    std::map<fs::path, Built> built;
     std::ifstream file(tracks / NOTE);
     for (std::string line; std::getline(file, line);) {
-        std::size_t const tab = line.find('\t');
-        if (tab != std::string::npos) {
-            built[to_path(line.substr(tab + 1))] = to_path(line.substr(0, tab));
-        }
+        std::size_t const grid = line.find('\t') + 1;
+        std::size_t const course = line.find('\t', grid) + 1;
+        if (grid == 0 || course == 0) continue;
+        built[to_path(line.substr(course))] = {to_path(line.substr(0, grid - 1)),
+                                               line.substr(grid, course - grid - 1)};
     }
     return built;
+}
+
+// Of the grid in the file; empty for what is none.
+std::string grid_in(fs::path const& file) {
+    Track track;
+    return load_track(to_text(file), track) ? fingerprint_text(grid_fingerprint(track)) : "";
 }
 
 // What holds each slot.
@@ -81,9 +95,13 @@ int first_empty(Holders const& holders) {
 SlotChoice choose_slot(fs::path const& tracks, fs::path const& data, fs::path const& course,
                        std::string const& name, int wanted) {
     SlotChoice choice;
-    std::map<fs::path, fs::path> const built = read_built(tracks);
+    std::map<fs::path, Built> const built = read_built(tracks);
     auto const last = built.find(course);
-    if (last != built.end() && is_there(tracks / last->second)) choice.before = last->second;
+    // Of the same name there may be a friend's by now.
+    if (last != built.end() && !last->second.grid.empty() &&
+        grid_in(tracks / last->second.track) == last->second.grid) {
+        choice.before = last->second.track;
+    }
     Holders const holders = find_holders(tracks, data, choice.before);
 
     choice.slot = wanted;
@@ -109,12 +127,13 @@ SlotChoice choose_slot(fs::path const& tracks, fs::path const& data, fs::path co
     return choice;
 }
 
-void remember_built(fs::path const& tracks, fs::path const& course, fs::path const& track) {
-    std::map<fs::path, fs::path> built = read_built(tracks);
-    built[course] = track;
-    std::ofstream file(tracks / NOTE);
+bool remember_built(fs::path const& tracks, fs::path const& course, fs::path const& track) {
+    std::map<fs::path, Built> built = read_built(tracks);
+    built[course] = {track, grid_in(tracks / track)};
+    std::string text;
     for (auto const& [from, made] : built) {
-        // What has been taken away since may come back as a foreign file of the same name.
-        if (is_there(tracks / made)) file << to_text(made) << '\t' << to_text(from) << '\n';
+        if (!is_there(tracks / made.track)) continue; // taken away since
+        text += to_text(made.track) + '\t' + made.grid + '\t' + to_text(from) + '\n';
     }
+    return replace_file(to_text(tracks / NOTE), {text});
 }

@@ -2,7 +2,7 @@
 
 // Which of the nine slots in the player's own tracks folder a track goes to. A file there that did
 // not come from the same course is never written over: the file ".built" in that folder tells which
-// course each of ours came from.
+// course each of ours came from, and by the grid's fingerprint whether it still is the same track.
 
 #include <filesystem>
 #include <string>
@@ -20,6 +20,7 @@ struct SlotChoice {
 SlotChoice choose_slot(std::filesystem::path const& tracks, std::filesystem::path const& data,
                        std::filesystem::path const& course, std::string const& name, int wanted);
 
-// Remembers that `track`, a file name, was made from `course`.
-void remember_built(std::filesystem::path const& tracks, std::filesystem::path const& course,
+// Remembers that `track`, a file name, was made from `course`. False if that cannot be written;
+// what was remembered before stands then.
+bool remember_built(std::filesystem::path const& tracks, std::filesystem::path const& course,
                     std::filesystem::path const& track);
