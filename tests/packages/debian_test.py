@@ -2,6 +2,7 @@
 
 import configparser
 import glob
+import gzip
 import os
 import re
 import shlex
@@ -10,8 +11,9 @@ import subprocess
 import tempfile
 import unittest
 
-from empty_root import (PREFERENCES, ROOT, EmptyRoot, race_a_lap, race_on_own_track,
+from empty_root import (HOME, PREFERENCES, ROOT, EmptyRoot, GameInRoot, follow_the_page, race_a_lap,
                         start_and_leave)
+from robot import near
 
 PACKAGES = sorted(glob.glob(os.path.join(ROOT, "build/packages/*.deb")))
 NEXT = "99.0.0"
@@ -82,6 +84,45 @@ class Packages(unittest.TestCase):
         folder = self.own + "/game/tracks"
         return {name for name in os.listdir(folder) if name.endswith(".trk")}
 
+    def check_manual(self):
+        """It has every option that the program tells of."""
+        with gzip.open(self.root.file("/usr/share/man/man6/brindle-run.6.gz"), "rt") as file:
+            page = file.read().replace("\\-", "-")
+        told = self.root.play(*self.exec_line(), "-help").stdout
+        options = re.findall(r"(?:^  |, )(-+[a-z][a-z0-9-]*)", told, re.M)
+        self.assertGreater(len(options), 12)
+        self.assertEqual([option for option in options if option not in page], [])
+
+    def check_own_tracks(self):
+        """They hide the game's of their slot until they go. One stays, in slot 9."""
+        follow_the_page(self.root, "/usr/share/doc/brindle-run/making-a-track.md", "brindle-track")
+        self.assertEqual({name for name in self.tracks() if name[0] == "1"}, {"1_My Track.trk"})
+        for end in ("trk", "png"):
+            os.remove(f"{self.own}/game/tracks/1_My Track.{end}")
+        start_and_leave(self.root, *self.exec_line())
+        self.assertEqual({name for name in self.tracks() if name[0] == "1"}, {"1_Coast Road.trk"})
+        built = self.root.play("brindle-track", "build", "My Track.course").stdout
+        self.assertIn("It takes the place of Paper Circuit", built)
+
+    def check_sharing(self):
+        """A lap goes out and in again, and does not go where the player may not write."""
+        name = re.search(r"^\[(.*)\]$", self.records(), re.M)[1]
+        for path, status in (("/root/a.lap", 1), (HOME + "/a.lap", 0), (HOME + "/a.lap", 1)):
+            told = self.root.play("brindle-ghost", "export", name, "Field", path)
+            self.assertEqual(told.returncode, status, told.stderr)
+        self.assertIn("stays", self.root.play("brindle-ghost", "import", HOME + "/a.lap").stdout)
+
+    def check_without_data(self):
+        """A box says what is missing, and a click on its button ends the game."""
+        data = self.root.file("/usr/share/games/brindle-run")
+        os.rename(data, data + ".away")
+        with GameInRoot(self.root, *self.exec_line()) as game:
+            game.wait_picture(lambda p: p.share((610, 240, 60, 20), near((56, 54, 53))) == 1.0)
+            game.display.xdotool("mousemove", "640", "300", "click", "1")
+            self.assertEqual(game.wait_exit(), 1)
+            self.assertRegex(game.errors[-1], "no game data: install the package brindle-run-data")
+        os.rename(data + ".away", data)
+
     def test_lintian_has_nothing_to_say(self):
         told = subprocess.run(["lintian", "--fail-on", "error,warning", *PACKAGES], text=True,
                               capture_output=True)
@@ -94,16 +135,19 @@ class Packages(unittest.TestCase):
         self.install(PACKAGES)
         start_and_leave(self.root, *self.exec_line())
         self.assertEqual({name[0] for name in self.tracks()}, set("123456789"))
-        slot = race_on_own_track(self.root, "brindle-track")
+        self.check_manual()
+        self.check_own_tracks()
         self.root.put_field(1)
         seconds = race_a_lap(self.root, 1, *self.exec_line())
         self.assertIn(f"1: {seconds} ", self.records())
+        self.check_sharing()
+        self.check_without_data()
 
         with tempfile.TemporaryDirectory(prefix="brindle-next-") as folder:
             self.install(next_version(os.environ["BRINDLE_GAME_DIR"], folder))
         self.assertIn(f"1: {seconds} ", self.records())
         start_and_leave(self.root, *self.exec_line())
-        own = {"1_Field.trk", f"{slot}_My Track.trk"}
+        own = {"1_Field.trk", "9_My Track.trk"}
         self.assertEqual({name for name in self.tracks() if name[0] != "2"}, own)
         race_a_lap(self.root, 1, *self.exec_line())
 

@@ -5,6 +5,8 @@ scripts/test-packages).
 """
 
 import os
+import re
+import shlex
 import shutil
 import subprocess
 import sys
@@ -65,6 +67,11 @@ class EmptyRoot:
         with open(self.file(path), encoding="utf-8") as file:
             return file.read()
 
+    def write(self, path, text):
+        """Into a file that is there, whose owner stays."""
+        with open(self.file(path), "w", encoding="utf-8") as file:
+            file.write(text)
+
     def run(self, *command):
         """As root; what it printed."""
         done = subprocess.run(["chroot", self.path, *command], text=True, capture_output=True,
@@ -102,6 +109,11 @@ class EmptyRoot:
         with open(path, "wb") as file:
             file.write(open_field())
         shutil.chown(path, *[int(self.run("id", flag, "player")) for flag in ("-u", "-g")])
+
+
+def statements(course):
+    """A course's lines without remarks and blanks."""
+    return {" ".join(line.split("#")[0].split()) for line in course.splitlines()}
 
 
 class GameInRoot(Game):
@@ -144,14 +156,24 @@ def race_a_lap(root, slot, *command):
     return seconds
 
 
-def race_on_own_track(root, brindle_track):
-    """From nothing to a race on a track of the player's own; the slot that it got."""
-    new = root.play(brindle_track, "new", "My Track", "--theme", "coast")
-    assert new.returncode == 0, new.stderr
-    with GameInRoot(root, brindle_track, "try", "My Track.course", folder=HOME) as game:
-        slot = game.wait_line(r"^Press (\d) in the menu to race on it\.$")[1]
-        game.wait_race()
-        game.hold("f")
-        game.wait_line("^P1 flying start: clock running$")
-        assert (game.interrupt(), game.errors) == (0, []), game.errors
-    return slot
+def follow_the_page(root, page, brindle_track):
+    """docs/making-a-track.md word for word: to races on a track of one's own, which ends in slot 1."""
+    text = root.read(page)
+    new, *tries, build = [[brindle_track, *shlex.split(words)] for words in
+                          re.findall(r'brindle-track ((?:new|try|build) "[^`\n]*)', text)]
+    _, _, heart, fault, dress = re.findall(r"```\n(.*?)```", text, re.S)[:5]
+    done = root.play(*new)
+    assert done.returncode == 0, done.stderr
+    for words in tries:
+        with GameInRoot(root, *words, folder=HOME) as game:
+            game.wait_line(r"^Press 9 in the menu to race on it\.$")
+            game.wait_race()
+            assert (game.interrupt(), game.errors) == (0, []), game.errors
+
+    course = root.read(f"{HOME}/My Track.course")
+    assert statements(heart + dress) <= statements(course), statements(heart + dress)
+    root.write(f"{HOME}/My Track.course", course.replace("900 820 radius 90", "900 820 radius 160"))
+    broken = root.play(*build)
+    assert (broken.returncode, broken.stderr.strip()) == (1, fault.strip()), broken.stderr
+    root.write(f"{HOME}/My Track.course", course)
+    assert "Press 1 in the menu" in root.play(*build).stdout

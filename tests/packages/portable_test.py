@@ -5,7 +5,7 @@ import os
 import subprocess
 import unittest
 
-from empty_root import (HOME, PREFERENCES, ROOT, EmptyRoot, race_a_lap, race_on_own_track)
+from empty_root import HOME, PREFERENCES, ROOT, EmptyRoot, follow_the_page, race_a_lap
 
 ARCHIVE, = glob.glob(os.path.join(ROOT, "build/packages/brindle-run-*-linux-x86_64.tar.xz"))
 FOLDER = f"{HOME}/{os.path.basename(ARCHIVE).removesuffix('.tar.xz')}"
@@ -39,7 +39,7 @@ class Archive(unittest.TestCase):
         blind = root.play(PROGRAMS[0])
         self.assertEqual((blind.returncode, blind.stderr), (1, "Window: there is no display\n"))
         root.install("--no-install-recommends", *X_CLIENT)
-        race_on_own_track(root, PROGRAMS[1])
+        follow_the_page(root, f"{FOLDER}/making-a-track.md", PROGRAMS[1])
         root.put_field(1)
         seconds = race_a_lap(root, 1, PROGRAMS[0])
         self.assertIn(f"1: {seconds} ", root.read(PREFERENCES + "/best_lap_times.txt"))
