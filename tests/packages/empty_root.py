@@ -43,8 +43,8 @@ def base_of(suite):
 class EmptyRoot:
     def __init__(self, suite):
         self.path = tempfile.mkdtemp(prefix="brindle-root-")
-        os.chmod(self.path, 0o755)
         subprocess.run(["tar", "-C", self.path, "-xf", base_of(suite)], check=True)
+        os.chmod(self.path, 0o755)  # the player's, too
         shutil.copy("/etc/resolv.conf", self.file("/etc/resolv.conf"))
         os.makedirs(self.file("/tmp/.X11-unix"))
         os.makedirs("/tmp/.X11-unix", exist_ok=True)
