@@ -17,7 +17,7 @@ sys.path += [os.path.join(ROOT, "tools/robot"), os.path.join(ROOT, "tests/play")
 
 from menu_test import PRACTICE_ARROW, RACE_ARROW, intro, lit, red_button  # noqa: E402
 from robot import Display, Game  # noqa: E402
-from tracks import open_field  # noqa: E402
+from tracks import open_field, png  # noqa: E402
 
 ROOTS = os.path.join(ROOT, "build/roots")
 HOME = "/home/player"
@@ -105,10 +105,12 @@ class EmptyRoot:
 
     def put_field(self, slot):
         """Gives the player an own track on which a car laps by itself while it turns."""
-        path = self.file(f"{PREFERENCES}/game/tracks/{slot}_Field.trk")
-        with open(path, "wb") as file:
-            file.write(open_field())
-        shutil.chown(path, *[int(self.run("id", flag, "player")) for flag in ("-u", "-g")])
+        owner = [int(self.run("id", flag, "player")) for flag in ("-u", "-g")]
+        for end, content in (("trk", open_field()), ("png", png((255, 120, 200), 200, 150))):
+            path = self.file(f"{PREFERENCES}/game/tracks/{slot}_Field.{end}")
+            with open(path, "wb") as file:
+                file.write(content)
+            shutil.chown(path, *owner)
 
 
 def statements(course):
@@ -150,7 +152,7 @@ def race_a_lap(root, slot, *command):
         seconds = game.wait_line(r"^P1 lap 1: (\d+\.\d{3}) s")[1]
         game.release("f", "x")
         game.press("Escape")
-        game.wait_picture(lit(RACE_ARROW))
+        game.wait_picture(lit(PRACTICE_ARROW))
         game.press("Escape")
         assert (game.wait_exit(), game.errors) == (0, []), game.errors
     return seconds
