@@ -32,9 +32,8 @@ There are practice and races, an arcade mode with bumps and drivers of the
 computer's, and nine tracks. The package also has brindle-track, which makes
 tracks of your own, and brindle-ghost, which shares laps with friends.")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "brindle-run-data (= ${PROJECT_VERSION})")
-# SDL opens the graphics library at run time, and draws without it where it has to, slowly.
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS libgl1)
+# SDL opens the graphics library at run time, where shlibdeps does not see it.
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "brindle-run-data (= ${PROJECT_VERSION}), libgl1")
 
 # --- the data
 

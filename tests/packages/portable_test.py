@@ -10,8 +10,8 @@ from empty_root import HOME, PREFERENCES, ROOT, EmptyRoot, follow_the_page, race
 ARCHIVE, = glob.glob(os.path.join(ROOT, "build/packages/brindle-run-*-linux-x86_64.tar.xz"))
 FOLDER = f"{HOME}/{os.path.basename(ARCHIVE).removesuffix('.tar.xz')}"
 PROGRAMS = [f"{FOLDER}/brindle-{name}" for name in ("run", "track", "ghost")]
-# What every system has that shows windows by X.
-X_CLIENT = ("libx11-6", "libxext6", "libxcursor1", "libxi6", "libxrandr2", "libxss1")
+# What every system has that shows windows by X: its libraries and the drivers for OpenGL.
+X_CLIENT = ("libgl1", "libx11-6", "libxext6", "libxcursor1", "libxi6", "libxrandr2", "libxss1")
 LARGEST = 70 * 2**20
 
 
