@@ -177,7 +177,7 @@ void load_cursor(MenuScreen& menu) {
 
 void load_start_button(MenuScreen& menu) {
     auto const height = [&menu](int) {
-        auto const rest = double{START_HEIGHT * static_cast<float>(menu.H)};
+        auto const rest = static_cast<double>(START_HEIGHT * static_cast<float>(menu.H));
         return std::max(1, static_cast<int>(std::lround(rest * menu.menu_scale * START_SPARE)));
     };
     int w = 0;
