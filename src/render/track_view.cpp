@@ -38,82 +38,110 @@ SDL_Color cell_color(std::uint8_t cell) {
     }
 }
 
-using CellColors = std::array<std::uint32_t, 256>; // pixels, by the cell's character
+// As pixels.
+struct RasterColors {
+    std::array<std::uint32_t, 256> cells{}; // by the cell's character
+    std::uint32_t checker = 0;              // the goal line's dark squares
+};
 
-CellColors cell_colors(std::uint32_t format) {
-    CellColors colors{};
+RasterColors raster_colors(std::uint32_t format) {
+    RasterColors colors;
     SDL_PixelFormat* const mapped = SDL_AllocFormat(format);
     if (mapped == nullptr) return colors;
-    for (std::size_t cell = 0; cell < colors.size(); ++cell) {
+    for (std::size_t cell = 0; cell < colors.cells.size(); ++cell) {
         SDL_Color const color = cell_color(static_cast<std::uint8_t>(cell));
-        colors[cell] = SDL_MapRGBA(mapped, color.r, color.g, color.b, color.a);
+        colors.cells[cell] = SDL_MapRGBA(mapped, color.r, color.g, color.b, color.a);
     }
+    colors.checker = SDL_MapRGBA(mapped, 20, 20, 20, 255);
     SDL_FreeFormat(mapped);
     return colors;
 }
 
 // A row of cells as PIXELS_PER_CELL equal rows of pixels.
-void paint_row(Track const& track, int row, CellColors const& colors, std::uint32_t* pixels) {
+void paint_row(Track const& track, int row, RasterColors const& colors, std::uint32_t* pixels) {
     std::uint8_t const* cells = &track.cells[track.index(0, row)];
     std::uint32_t* end = pixels;
     if (PIXELS_PER_CELL == 1) { // large tracks, for which it counts
         std::transform(cells, cells + track.width, pixels,
-                       [&colors](std::uint8_t cell) { return colors[cell]; });
+                       [&colors](std::uint8_t cell) { return colors.cells[cell]; });
         return;
     }
     for (int column = 0; column < track.width; ++column) {
-        end = std::fill_n(end, PIXELS_PER_CELL, colors[cells[column]]);
+        end = std::fill_n(end, PIXELS_PER_CELL, colors.cells[cells[column]]);
     }
     for (int copy = 1; copy < PIXELS_PER_CELL; ++copy) {
         std::copy_n(pixels, end - pixels, pixels + copy * (end - pixels));
     }
 }
 
-// Painted here and copied to the texture a band at a time: a large grid has hundreds of thousands
-// of runs of equal cells, too many to be drawn as rectangles.
-bool fill_cells(SDL_Texture* texture, Track const& track) {
-    std::uint32_t format = 0;
-    int w = 0;
-    SDL_QueryTexture(texture, &format, nullptr, &w, nullptr);
-    CellColors const colors = cell_colors(format);
-    int const band_cells = std::max(1, RASTER_ROWS / PIXELS_PER_CELL);
-    std::ptrdiff_t const row_pixels = std::ptrdiff_t{w} * PIXELS_PER_CELL;
-    std::vector<std::uint32_t> band(static_cast<std::size_t>(row_pixels * band_cells));
-    for (int row = 0; row < track.height; row += band_cells) {
-        int const cells = std::min(band_cells, track.height - row);
-        for (int i = 0; i < cells; ++i) {
-            paint_row(track, row + i, colors, band.data() + i * row_pixels);
-        }
-        SDL_Rect const place = {0, row * PIXELS_PER_CELL, w, cells * PIXELS_PER_CELL};
-        if (SDL_UpdateTexture(texture, &place, band.data(), w * 4) != 0) return false;
+// Rows of pixels of the whole raster, from `top` on.
+struct Band {
+    std::uint32_t* pixels;
+    int width;
+    int top;
+    int height;
+};
+
+void darken(Band const& band, SDL_Rect const& place, std::uint32_t color) {
+    SDL_Rect const all = {0, band.top, band.width, band.height};
+    SDL_Rect part{};
+    if (SDL_IntersectRect(&place, &all, &part) == SDL_FALSE) return;
+    for (int y = part.y - band.top; y < part.y - band.top + part.h; ++y) {
+        std::fill_n(band.pixels + std::ptrdiff_t{y} * band.width + part.x, part.w, color);
     }
-    return true;
 }
 
 // Squares are not cut at the cell's edge: the last ones may reach into the next cell.
-void checker_cell(SDL_Renderer* renderer, int column, int row) {
+void checker_cell(Band const& band, int column, int row, std::uint32_t color) {
     int const square = PIXELS_PER_CELL < 6 ? 1 : PIXELS_PER_CELL / 3;
     for (int dy = 0; dy < PIXELS_PER_CELL; dy += square) {
         for (int dx = 0; dx < PIXELS_PER_CELL; dx += square) {
             if ((dx / square) % 2 != (dy / square) % 2) continue;
-            SDL_Rect const dark = {column * PIXELS_PER_CELL + dx, row * PIXELS_PER_CELL + dy,
-                                   square, square};
-            SDL_RenderFillRect(renderer, &dark);
+            darken(band,
+                   {column * PIXELS_PER_CELL + dx, row * PIXELS_PER_CELL + dy, square, square},
+                   color);
         }
     }
 }
 
-void checker_goal_line(SDL_Renderer* renderer, Track const& track) {
+// What of the goal line reaches into the band.
+void checker_goal_line(Band const& band, Track const& track, std::uint32_t color) {
     auto const [left, right] = std::minmax(track.goal_x1, track.goal_x2);
     auto const [top, bottom] = std::minmax(track.goal_y1, track.goal_y2);
-    SDL_SetRenderDrawColor(renderer, 20, 20, 20, 255);
-    for (int row = std::max(0, top); row <= std::min(bottom, track.height - 1); ++row) {
+    int const first = std::max({0, top, band.top / PIXELS_PER_CELL - 1});
+    int const last =
+        std::min({bottom, track.height - 1, (band.top + band.height - 1) / PIXELS_PER_CELL});
+    for (int row = first; row <= last; ++row) {
         for (int column = std::max(0, left); column <= std::min(right, track.width - 1); ++column) {
             if (track.cells[track.index(column, row)] == '!') {
-                checker_cell(renderer, column, row);
+                checker_cell(band, column, row, color);
             }
         }
     }
+}
+
+// Painted here and copied to the texture a band at a time: a large grid has hundreds of thousands
+// of runs of equal cells, too many to be drawn as rectangles. Nor could they be drawn once and for
+// all: Direct3D loses what was drawn into a texture when the window changes its size.
+bool fill_texture(SDL_Texture* texture, Track const& track) {
+    std::uint32_t format = 0;
+    int w = 0;
+    SDL_QueryTexture(texture, &format, nullptr, &w, nullptr);
+    RasterColors const colors = raster_colors(format);
+    int const band_cells = std::max(1, RASTER_ROWS / PIXELS_PER_CELL);
+    std::ptrdiff_t const row_pixels = std::ptrdiff_t{w} * PIXELS_PER_CELL;
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(row_pixels * band_cells));
+    for (int row = 0; row < track.height; row += band_cells) {
+        int const cells = std::min(band_cells, track.height - row);
+        for (int i = 0; i < cells; ++i) {
+            paint_row(track, row + i, colors, pixels.data() + i * row_pixels);
+        }
+        Band const band = {pixels.data(), w, row * PIXELS_PER_CELL, cells * PIXELS_PER_CELL};
+        checker_goal_line(band, track, colors.checker);
+        SDL_Rect const place = {0, band.top, band.width, band.height};
+        if (SDL_UpdateTexture(texture, &place, pixels.data(), w * 4) != 0) return false;
+    }
+    return true;
 }
 
 // How one axis of the track lies in the view: which part of the texture shows where.
@@ -191,14 +219,11 @@ TextureHandle render_build_track_texture(SDL_Renderer* renderer, Track const& tr
     *out_w = track.width * PIXELS_PER_CELL;
     *out_h = track.height * PIXELS_PER_CELL;
     TextureHandle texture(SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGBA8888,
-                                            SDL_TEXTUREACCESS_TARGET, *out_w, *out_h));
-    if (!texture || !fill_cells(texture.get(), track) ||
-        SDL_SetRenderTarget(renderer, texture.get()) != 0) {
+                                            SDL_TEXTUREACCESS_STATIC, *out_w, *out_h));
+    if (!texture || !fill_texture(texture.get(), track)) {
         SDL_Log("CreateTexture %dx%d failed: %s", *out_w, *out_h, SDL_GetError());
         return {};
     }
-    checker_goal_line(renderer, track);
-    SDL_SetRenderTarget(renderer, nullptr);
     SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
     return texture;
 }

@@ -87,6 +87,22 @@ TEST(TrackView, CheckersTheGoalLine) {
     EXPECT_EQ(canvas.count({14, 7, 1, 7}, CHECKER), 3);
 }
 
+TEST(TrackView, CheckersEveryCellOfALongGoalLineAlike) {
+    std::vector<std::string> rows(40, ".!.");
+    rows.front() = rows.back() = "...";
+    Track track = track_of(rows);
+    track.goal_x1 = track.goal_x2 = 1;
+    track.goal_y1 = 1;
+    track.goal_y2 = 38;
+    PIXELS_PER_CELL = 7;
+    Canvas const canvas(21, 280);
+    draw_raster(canvas, track);
+    for (int row = 2; row < 39; ++row) { // each with what its neighbour above reaches into it
+        EXPECT_EQ(canvas.count({7, row * 7, 7, 7}, CHECKER), 28) << row;
+    }
+    EXPECT_EQ(canvas.count({7, 39 * 7, 7, 1}, CHECKER), 3);
+}
+
 TEST(TrackView, SmallTrackIsCentredBetweenBarsWhileTheOtherAxisScrolls) {
     PIXELS_PER_CELL = 10;
     std::vector<std::string> rows(20, "....");

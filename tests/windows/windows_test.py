@@ -61,6 +61,12 @@ def end_wine():
     subprocess.run(["wineserver", "-k"], env={**os.environ, **WINE}, check=False)
 
 
+def drawn_cells(p):
+    """The track as its plain cells, road and grass."""
+    place = (100, 100, 200, 200)
+    return sum(p.share(place, near(cell, 2)) for cell in ((60, 60, 64), (30, 100, 40))) > 0.8
+
+
 class WineGame(Game):
     """A program with a window, and whatever it starts."""
 
@@ -237,6 +243,11 @@ class Windows(unittest.TestCase):
             game.press("F8")
             game.wait_line(r"^P[12] lap 1: ")
             self.keep(game, "race")
+            # Direct3D forgets what it has drawn for itself when a window changes its size.
+            game.press("t")
+            game.wait_picture(drawn_cells)
+            game.display.xdotool("search", "--name", "Brindle Run", "windowsize", "1000", "600")
+            game.wait_picture(lambda p: p.pixel(1100, 700) == (0, 0, 0) and drawn_cells(p))
             self.assertEqual(game.errors, [])
         self.assertEqual(sorted(self.folder.rglob("*")), before)
         run("chmod", "-R", "u+w", self.folder)
