@@ -20,6 +20,6 @@ for layer in thud thud2 air slap; do effect $layer $layer-at pad 0.035; done
 effect catch catch-at pad 0.098
 effect panel panel-at pad 0.055
 layers dry tick 0.75 ring 0.10 thud-at 1.5 thud2-at 0.45 air-at 3.2 slap-at 1.3 catch-at 1.0 panel-at 0.16
-# A street and a house front, close by.
-effect dry wet overdrive 6 10 echos 0.8 0.9 23 0.16 41 0.10
+# A street and a house front close by, and one across the street.
+effect dry wet overdrive 6 10 echo 0.8 0.9 23 0.16 41 0.10 90 0.10
 publish wet -27.5 pad 0 0.05 fade t 0 0.50 0.12

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# A grandstand cheers: a roar that swells at once and stays, single voices that whoop and shout out
-# of it, whistles, and people clapping, each at a pace of their own. 10 s; the game fades it from 6 s.
+# A grandstand cheers: a few voices are quicker than the roar that swells at once and stays; single
+# voices whoop and shout out of it, whistles, and people clapping, each at a pace of their own, until
+# many fall into one. A second wave goes through the stand from 3.5 to 5.5 s. 10 s; the game fades it
+# from 6 s.
 # shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "$0")/common.sh"
 
@@ -93,11 +95,28 @@ for ((i = 1; i <= 24; i++)); do
 done
 layers claps "${mix[@]}"
 
+# One, two, three: for two seconds in the second wave many hands clap together.
+mix=()
+for i in 1 2 3 4 5 6 7 8; do
+  dice 900 1700; colour=$die
+  dice 3560 3600; start=$die
+  noise clap $((i * 3 + 20)) 0.030 bandpass $colour 1.1o fade l 0.0008 0.030 0.029 pad 0 0.170
+  sox -V1 clap.wav three.wav repeat 2 pad 0 0.2 repeat 2
+  effect three "t$i" pad "$(ms $start)"
+  mix+=("t$i" 1)
+done
+layers threes "${mix[@]}"
+
 level roar -28
 level voices -21
-level whistles -37
+level whistles -34
 level claps -25
-layers stand roar-level 1 voices-level 1 whistles-level 1 claps-level 1
-effect stand open trim 0 $seconds reverb 30 60 80 compand 0.05,0.4 6:-40,-32,-20,-17,0,-8
-# A wave of cheers goes through the stand after 4 s: the whole swells once more.
-publish open -26.6 highpass 90 tremolo 0.23 22 fade t 0.08 $seconds 1.5
+level threes -25
+# The roar breaks out 0.2 s after the first voices.
+effect roar-level roar-late fade t 0.12 pad 0.2 trim 0 $seconds
+layers stand roar-late 1 voices-level 1 whistles-level 1 claps-level 1 threes-level 1
+# The second wave: more of everything but what is clapped to it.
+effect stand wave trim 3.3 2.6 fade t 0.5 2.6 0.7 pad 3.3
+layers waved stand 1 wave 0.9
+effect waved open trim 0 $seconds reverb 30 60 80 compand 0.05,0.4 6:-40,-32,-20,-17,0,-8
+publish open -27.2 highpass 90 fade t 0.08 $seconds 1.5
