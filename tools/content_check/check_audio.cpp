@@ -36,18 +36,18 @@ struct WantedSound {
 
 constexpr std::array<WantedSound, 6> MUSIC{{
     {"music/Gallop Over Pine Hills -- game 1.mp3", 90, 180, -24.7, 0.6},
-    {"music/Gallop Over Pine Hills -- game 2.mp3", 90, 180, -21, 0.3},
-    {"music/Booting GEM Dreams.mp3", 90, 180, -21, 0.3},
-    {"music/Relentless Grid.mp3", 90, 180, -21, 0.3},
-    {"music/Twin Rivers C64.mp3", 90, 180, -21, 0.3},
+    {"music/Gallop Over Pine Hills -- game 2.mp3", 90, 180, -21.5, 0.3},
+    {"music/Booting GEM Dreams.mp3", 90, 180, -21.5, 0.3},
+    {"music/Relentless Grid.mp3", 90, 180, -21.5, 0.3},
+    {"music/Twin Rivers C64.mp3", 90, 180, -21.5, 0.3},
     {"music/HiScore - Meadow Run Arcade 2.mp3", 60, 180, -23.5, 0.5},
 }};
 
-constexpr WantedSound CROWD{"sounds/tallycraft-crowd-cheering-314920.mp3", 8.0, 12.0, -26.6, 0.8};
+constexpr WantedSound CROWD{"sounds/tallycraft-crowd-cheering-314920.mp3", 8.0, 12.0, -27.2, 0.8};
 
 constexpr std::array<WantedSound, 5> SOUNDS{{
     {"sounds/hollowreed-car-door-shut-297266.mp3", 0.3, 0.6, -27.5, 1.0},
-    {"sounds/emberworks-car-engine-372477.mp3", 1.5, 3.0, -25.8, 0.8},
+    {"sounds/emberworks-car-engine-372477.mp3", 1.5, 3.0, -26.6, 0.8},
     {"sounds/openclip_circle-goodresult-82807.mp3", 1.0, 1.8, -23.6, 0.6},
     CROWD,
     {"sounds/brightfold-exhilarating-electro-153282.mp3", 10.0, 15.5, -28.3, 1.0},
