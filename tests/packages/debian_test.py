@@ -30,32 +30,19 @@ def needed(packages):
     return ", ".join(wish for wish in wishes.split(", ") if not wish.startswith("brindle-run"))
 
 
-def copy_of_source(folder):
-    """The source as it stands, as the next version."""
-    names = subprocess.run(["git", "ls-files", "-z", "-co", "--exclude-standard"], cwd=ROOT, check=True,
-                           capture_output=True, text=True).stdout
-    for name in names.rstrip("\0").split("\0"):
-        os.makedirs(os.path.dirname(os.path.join(folder, name)), exist_ok=True)
-        shutil.copy(os.path.join(ROOT, name), os.path.join(folder, name))
-    for name, old, new in (("CMakeLists.txt", r"\n  VERSION [0-9.]+\n", f"\n  VERSION {NEXT}\n"),
-                           ("CHANGELOG.md", r"\n## ", f"\n## {NEXT} (2099-01-01)\n\n- Tried.\n\n## ")):
-        path = os.path.join(folder, name)
-        with open(path, encoding="utf-8") as file:
-            text = re.sub(old, new, file.read(), count=1)
-        with open(path, "w", encoding="utf-8") as file:
-            file.write(text)
-
-
-def next_version(game, folder):
-    """Packages of a version that has only two of the tracks."""
-    copy_of_source(folder + "/source")
-    for kind in ("art", "music", "sounds"):
-        shutil.copytree(os.path.join(game, kind), f"{folder}/game/{kind}")
-    os.makedirs(folder + "/game/tracks")
-    for track in glob.glob(os.path.join(game, "tracks/[12]_*")):
-        shutil.copy(track, folder + "/game/tracks")
-    subprocess.run([folder + "/source/scripts/package", "debian", "--from", folder + "/game", "--to",
-                    folder], check=True)
+def next_version(folder):
+    """The packages as a later version would be that has only two of the tracks."""
+    for package in PACKAGES:
+        tree = f"{folder}/{field(package, 'Package')}"
+        subprocess.run(["dpkg-deb", "--raw-extract", package, tree], check=True)
+        with open(tree + "/DEBIAN/control", "r+", encoding="utf-8") as file:
+            control = file.read().replace(field(package, "Version"), NEXT)
+            file.seek(0)
+            file.write(control)
+        for track in glob.glob(tree + "/usr/share/games/brindle-run/tracks/[3-9]_*"):
+            os.remove(track)
+        subprocess.run(["dpkg-deb", "-Znone", "--root-owner-group", "--build", tree, folder],
+                       check=True, stdout=subprocess.DEVNULL)
     return sorted(glob.glob(folder + "/*.deb"))
 
 
@@ -144,7 +131,7 @@ class Packages(unittest.TestCase):
         self.check_without_data()
 
         with tempfile.TemporaryDirectory(prefix="brindle-next-") as folder:
-            self.install(next_version(os.environ["BRINDLE_GAME_DIR"], folder))
+            self.install(next_version(folder))
         self.assertIn(f"1: {seconds} ", self.records())
         start_and_leave(self.root, *self.exec_line())
         own = {"1_Field.trk", "9_My Track.trk"}
