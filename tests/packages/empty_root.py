@@ -15,10 +15,12 @@ import tempfile
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path += [os.path.join(ROOT, "tools/robot"), os.path.join(ROOT, "tests/play")]
 
+import robot  # noqa: E402
 from menu_test import PRACTICE_ARROW, RACE_ARROW, intro, lit, red_button  # noqa: E402
 from robot import Display, Game  # noqa: E402
 from tracks import open_field, png  # noqa: E402
 
+robot.PATIENCE_S = 150.0  # a track may be painted meanwhile
 ROOTS = os.path.join(ROOT, "build/roots")
 HOME = "/home/player"
 PREFERENCES = HOME + "/.local/share/BrindleRun"
