@@ -47,6 +47,7 @@ SDL_Color surface_pixel(SDL_Surface const* surface, int x, int y) {
 
 std::vector<SDL_Color> surface_pixels(SDL_Surface const* surface, SDL_Rect const& area) {
     std::vector<SDL_Color> all;
+    all.reserve(static_cast<std::size_t>(area.w) * static_cast<std::size_t>(area.h));
     for (int i = 0; i < area.w * area.h; ++i) {
         all.push_back(surface_pixel(surface, area.x + i % area.w, area.y + i / area.w));
     }
