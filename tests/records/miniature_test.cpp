@@ -38,7 +38,8 @@ constexpr SDL_Color PAINT{220, 30, 30, 255};
 // How many pixels are not black.
 std::ptrdiff_t painted(SurfaceHandle const& picture) {
     auto const pixels = surface_pixels(picture.get(), {0, 0, picture->w, picture->h});
-    return picture->w * picture->h - std::count(pixels.begin(), pixels.end(), BLACK);
+    return std::ptrdiff_t{picture->w} * picture->h -
+           std::count(pixels.begin(), pixels.end(), BLACK);
 }
 
 } // namespace
