@@ -1,10 +1,13 @@
 #include "race/race_notices.h"
 
+#include "base/car_size.h"
 #include "base/texts.h"
 #include "race/clocks.h"
 #include "race/race_rules.h"
 #include "records/printed.h"
 #include "render/text.h"
+#include "render/track_view.h"
+#include "render/view_settings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -80,20 +83,35 @@ std::string display_name(Player const& player) {
     return player.name.substr(0, end);
 }
 
-void draw_countdown(NoticePicture const& p, SDL_Rect const& rect) {
+// The cars as they stood at the start in a player's view, also once they drive: what is told then
+// stays where it is.
+StandingCars standing_cars(NoticePicture const& p, Player const& player) {
+    StandingCars cars;
+    if (p.sim.track == nullptr) return cars;
+    Vec2 const eye = p.notices.starts.at(index_of(player));
+    for (std::size_t i = 0; i < cars.at.size(); ++i) {
+        cars.at.at(i) =
+            point_in_view(player.view.viewport, *p.sim.track, eye, p.notices.starts.at(i));
+    }
+    cars.reach = CAR_HALF_LENGTH * CAR_MAGNIFIER * zoom_factor();
+    return cars;
+}
+
+void draw_countdown(NoticePicture const& p, Player const& player) {
     if (p.notices.count < 0) return;
     std::uint32_t const elapsed = p.now - p.notices.count_tick;
     std::uint8_t const alpha =
         p.notices.count < GO_STEP ? std::uint8_t{255} : strength(elapsed, GO_SHOWS_MS);
-    render_countdown(p.renderer, rect, p.fonts,
+    if (alpha == 0) return;
+    render_countdown(p.renderer, player.view.viewport, p.fonts, standing_cars(p, player),
                      texts::COUNTDOWN.at(static_cast<std::size_t>(p.notices.count)), alpha);
 }
 
 void draw_name(NoticePicture const& p, Player const& player) {
     std::uint8_t const alpha = strength(p.now - p.notices.start_tick, NAME_SHOWS_MS);
     if (alpha == 0 || player.name.empty()) return;
-    render_name(p.renderer, player.view.viewport, p.fonts, display_name(player).c_str(),
-                NAME_COLORS.at(index_of(player)), alpha);
+    render_name(p.renderer, player.view.viewport, p.fonts, standing_cars(p, player),
+                display_name(player).c_str(), NAME_COLORS.at(index_of(player)), alpha);
 }
 
 void draw_warnings(NoticePicture const& p, Player const& player) {
@@ -158,8 +176,9 @@ ResultRow result_row(RaceNotices const& notices, Simulation const& sim, Player c
 
 } // namespace
 
-void start_notices(RaceNotices& notices, std::uint32_t now) {
+void start_notices(RaceNotices& notices, Simulation const& sim, std::uint32_t now) {
     notices.start_tick = now;
+    notices.starts = {Vec2{sim.p1.car.x, sim.p1.car.y}, Vec2{sim.p2.car.x, sim.p2.car.y}};
     notices.count = -1;
     notices.results = {};
     for (GhostGap& gap : notices.gaps) {
@@ -195,7 +214,7 @@ void update_gaps(RaceNotices& notices, Simulation const& sim, CarState const& re
 
 void draw_view_notices(NoticePicture const& picture, Player const& player, bool ghost_visible) {
     if (picture.sim.game_over || player.view.viewport.w <= 0) return;
-    draw_countdown(picture, player.view.viewport);
+    draw_countdown(picture, player);
     draw_name(picture, player);
     draw_warnings(picture, player);
     if (ghost_visible) draw_gap(picture, player);

@@ -325,7 +325,7 @@ void GameLoop::restart_race(bool clear, bool keep_music) {
     expect_music();
     // Only now: loading a song may have taken a while, and the beeps start from this moment.
     if (!sim.practice) start_countdown(sim.countdown, SDL_GetTicks());
-    start_notices(notices, SDL_GetTicks());
+    start_notices(notices, sim, SDL_GetTicks());
 }
 
 void GameLoop::enter_game_over(std::uint32_t now) {

@@ -18,9 +18,10 @@ constexpr SDL_Color FAINT{165, 172, 188, 255};
 constexpr SDL_Color RECORD{255, 220, 90, 255};
 
 // Where the middle of a line stands, as a share of the view's height. The car is at one half, the
-// finish's words at 0.25, a toast at 0.3.
-constexpr double COUNTDOWN_Y = 0.2;
-constexpr double NAME_Y = 0.36;
+// finish's words at 0.25, a toast at 0.3. Near an edge of the track, where the camera stops, or
+// with a large zoom a car may stand in the way: then the next place is taken.
+constexpr std::array COUNTDOWN_Y{0.2, 0.55, 0.8};
+constexpr std::array NAME_Y{0.36, 0.68, 0.92};
 constexpr double WARNING_Y = 0.72;
 constexpr double TIME_LEFT_Y = 0.8;
 constexpr int GAP_Y = 36; // logical pixels from the view's top
@@ -50,6 +51,26 @@ void draw_line(SDL_Renderer* renderer, Fonts const& fonts, Line const& line, int
     if (line.alpha == 0) return;
     draw_with_shadow(renderer, line.font, text_scale(fonts), line.text, x, y, line.color,
                      line.alpha, shadow(line.alpha));
+}
+
+bool hides(SDL_Rect const& box, StandingCars const& cars) {
+    return std::any_of(cars.at.begin(), cars.at.end(), [&](Vec2 car) {
+        return car.x > box.x - cars.reach && car.x < box.x + box.w + cars.reach &&
+               car.y > box.y - cars.reach && car.y < box.y + box.h + cars.reach;
+    });
+}
+
+// The first of `shares` at which a text in the middle of `rect` hides no car.
+double clear_share(SDL_Rect const& rect, Fonts const& fonts, TTF_Font* font, char const* text,
+                   StandingCars const& cars, std::array<double, 3> const& shares) {
+    int w = 0;
+    int h = 0;
+    measure_text(font, text_scale(fonts), text, &w, &h);
+    auto const* const clear = std::find_if(shares.begin(), shares.end(), [&](double share) {
+        int const y = rect.y + static_cast<int>(rect.h * share) - h / 2;
+        return !hides({rect.x + (rect.w - w) / 2, y, w, h}, cars);
+    });
+    return clear != shares.end() ? *clear : shares.front();
 }
 
 // In the middle of `rect` from left to right, its own middle at `share` of the height.
@@ -108,18 +129,22 @@ void draw_row(Table const& table, ResultRow const& row, int down) {
 } // namespace
 
 void render_countdown(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
-                      char const* text, std::uint8_t alpha) {
+                      StandingCars const& cars, char const* text, std::uint8_t alpha) {
     int w = 0;
     int h = 0;
     if (!measure_text(fonts.winner, text_scale(fonts), text, &w, &h)) return;
+    // All of the countdown at one place: its last word is the widest.
+    double const share =
+        clear_share(rect, fonts, fonts.winner, texts::COUNTDOWN.back(), cars, COUNTDOWN_Y);
     draw_embossed(renderer, fonts.winner, text_scale(fonts), text, rect.x + (rect.w - w) / 2,
-                  rect.y + static_cast<int>(rect.h * COUNTDOWN_Y) - h / 2, {238, 185, 35},
+                  rect.y + static_cast<int>(rect.h * share) - h / 2, {238, 185, 35},
                   {255, 248, 210}, {122, 72, 10}, alpha);
 }
 
-void render_name(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts, char const* text,
-                 SDL_Color color, std::uint8_t alpha) {
-    draw_centred(renderer, rect, fonts, {fonts.record, text, color, alpha}, NAME_Y);
+void render_name(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
+                 StandingCars const& cars, char const* text, SDL_Color color, std::uint8_t alpha) {
+    draw_centred(renderer, rect, fonts, {fonts.record, text, color, alpha},
+                 clear_share(rect, fonts, fonts.record, text, cars, NAME_Y));
 }
 
 void render_warning(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,

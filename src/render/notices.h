@@ -6,6 +6,7 @@
 
 #include "base/fonts.h"
 #include "base/player.h"
+#include "world/geometry.h"
 
 #include <array>
 #include <cstdint>
@@ -13,12 +14,18 @@
 
 // `rect` is the player's viewport in logical pixels.
 
+// The cars at their start, in logical pixels: what is told meanwhile hides neither of them.
+struct StandingCars {
+    std::array<Vec2, 2> at;
+    double reach = 0.0; // half a car's length
+};
+
 // A number of the countdown, or its end.
 void render_countdown(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
-                      char const* text, std::uint8_t alpha);
+                      StandingCars const& cars, char const* text, std::uint8_t alpha);
 // Whose view this is.
-void render_name(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts, char const* text,
-                 SDL_Color color, std::uint8_t alpha);
+void render_name(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
+                 StandingCars const& cars, char const* text, SDL_Color color, std::uint8_t alpha);
 // What goes wrong, below the car.
 void render_warning(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
                     char const* text);

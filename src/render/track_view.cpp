@@ -214,6 +214,13 @@ int zoom_min(Track const& track, int view_w) {
     return std::min(0, static_cast<int>(std::floor(4.0 * std::log2(fit))));
 }
 
+Vec2 point_in_view(SDL_Rect const& viewport, Track const& track, Vec2 eye, Vec2 place) {
+    int const left = place_axis(viewport.x, viewport.w, track.width, 0, eye.x).left;
+    int const top = place_axis(viewport.y, viewport.h, track.height, 0, eye.y).left;
+    return {place.x * world_scale() + viewport.x - left,
+            place.y * world_scale() + viewport.y - top};
+}
+
 TextureHandle render_build_track_texture(SDL_Renderer* renderer, Track const& track, int* out_w,
                                          int* out_h) {
     *out_w = track.width * PIXELS_PER_CELL;

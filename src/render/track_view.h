@@ -5,6 +5,7 @@
 
 #include "base/player.h"
 #include "base/sdl_handles.h"
+#include "world/geometry.h"
 #include "world/track.h"
 
 // Pixels per cell: PIXELS_PER_CELL times the zoom.
@@ -26,6 +27,9 @@ int zoom_min(Track const& track, int view_w);
 // also when creation fails.
 TextureHandle render_build_track_texture(SDL_Renderer* renderer, Track const& track, int* out_w,
                                          int* out_h);
+
+// Where a place of the world, in cells, shows in a view whose camera looks at `eye`.
+Vec2 point_in_view(SDL_Rect const& viewport, Track const& track, Vec2 eye, Vec2 place);
 
 // Draws one view into `view.viewport`. `texture` (of `tex_w` x `tex_h` pixels, stretched over the
 // grid) may be null; `ghost` is null when none is to show.
