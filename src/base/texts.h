@@ -18,7 +18,6 @@ constexpr char const* WINS = "%s wins";
 constexpr char const* TOTAL = "TOTAL";
 constexpr char const* BEST_LAP = "BEST LAP";
 constexpr char const* GAP = "GAP";
-constexpr char const* NO_TIME = "-";
 constexpr char const* LAP_BEHIND = "1 lap";
 constexpr char const* LAPS_BEHIND = "%d laps";
 constexpr char const* TOO_LATE = "out of time";

@@ -169,7 +169,8 @@ ResultRow result_row(RaceNotices const& notices, Simulation const& sim, Player c
     row.name = display_name(player);
     row.color = NAME_COLORS.at(index_of(player));
     row.total = format_time_long(total_clock(player, sim.countdown.active, now_ms));
-    row.best_lap = result.best_lap_ms == 0 ? texts::NO_TIME : format_time_long(result.best_lap_ms);
+    row.finished = result.finished;
+    if (result.best_lap_ms != 0) row.best_lap = format_time_long(result.best_lap_ms);
     row.note = texts::RECORDS.at(static_cast<std::size_t>(std::clamp(result.record, 0, 2)));
     return row;
 }

@@ -2,6 +2,7 @@
 
 #include "base/texts.h"
 #include "render/colors.h"
+#include "render/plate.h"
 #include "render/text.h"
 
 #include <algorithm>
@@ -85,45 +86,106 @@ void draw_centred(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fon
                   line.color, line.alpha);
 }
 
-// The columns of the result, as distances from the middle of the screen.
-constexpr int NAME_LEFT = -330;
-constexpr int TOTAL_RIGHT = -40;
-constexpr int BEST_RIGHT = 90;
-constexpr int GAP_RIGHT = 230;
-constexpr int NOTE_LEFT = 250;
-// And its lines, as distances from the middle of the screen down.
-constexpr int TITLE_Y = 62;
-constexpr int HEAD_Y = 126;
-constexpr int FIRST_ROW_Y = 146;
-constexpr int ROW_H = 28;
-constexpr int REMATCH_Y = 226;
+// The result's lines, as distances from the middle of the screen down, and what lies around them.
+constexpr int PLATE_TOP = 66;
+constexpr int TITLE_Y = 72;
+constexpr int HEAD_Y = 132;
+constexpr int LINE_Y = 153;
+constexpr int FIRST_ROW_Y = 158;
+constexpr int ROW_H = 30;
+constexpr int PLATE_BOTTOM = FIRST_ROW_Y + 2 * ROW_H + 12;
+constexpr int REMATCH_Y = PLATE_BOTTOM + 14;
+constexpr int RESULT_MARGIN = 28; // between the plate's sides and what stands in it
+constexpr int RESULT_COLUMN_GAP = 38;
+constexpr int ROW_MARGIN = 12; // of the winner's tint around its row
+constexpr PlateLook RESULT_PLATE{10.0F, {4, 6, 14, 190}, {150, 165, 195, 90}};
+constexpr std::uint8_t TINT_ALPHA = 44;
+
+enum Column : std::uint8_t { NameColumn, TotalColumn, BestColumn, GapColumn, NoteColumn };
+constexpr std::size_t COLUMNS = NoteColumn + 1;
+using Cells = std::array<std::string const*, COLUMNS>;
+
+// Where the columns begin and how wide they are, from the middle of the screen. They are as wide as
+// what they hold and stand as near to each other as can be told apart, all of them centred.
+struct ResultColumns {
+    std::array<int, COLUMNS> left{};
+    std::array<int, COLUMNS> width{};
+    int total = 0;
+};
+
+Cells cells_of(ResultRow const& row) {
+    return {&row.name, &row.total, &row.best_lap, &row.gap, &row.note};
+}
+
+ResultColumns columns_of(Fonts const& fonts, ResultTable const& result) {
+    constexpr std::array<char const*, COLUMNS> HEADS{"", texts::TOTAL, texts::BEST_LAP, texts::GAP,
+                                                     ""};
+    ResultColumns columns;
+    for (std::size_t i = 0; i < COLUMNS; ++i) {
+        int& width = columns.width.at(i);
+        width = width_of(fonts, fonts.hud_label, HEADS.at(i));
+        for (ResultRow const& row : result.rows) {
+            width = std::max(width, width_of(fonts, fonts.hud_time, cells_of(row).at(i)->c_str()));
+        }
+        if (width == 0) continue;
+        columns.left.at(i) = columns.total > 0 ? columns.total + RESULT_COLUMN_GAP : 0;
+        columns.total = columns.left.at(i) + width;
+    }
+    for (int& left : columns.left) left -= columns.total / 2;
+    return columns;
+}
 
 // What draws the pieces of the result.
 struct Table {
     SDL_Renderer* renderer;
     Fonts const& fonts;
+    ResultColumns columns;
     int x;
     int y;
     std::uint8_t alpha;
 
+    [[nodiscard]] SDL_Color faded(SDL_Color color) const {
+        color.a = static_cast<std::uint8_t>(color.a * alpha / 255);
+        return color;
+    }
     void left(TTF_Font* font, std::string const& text, int at, int down, SDL_Color color) const {
         draw_line(renderer, fonts, {font, text.c_str(), color, alpha}, x + at, y + down);
     }
-    void right(TTF_Font* font, std::string const& text, int at, int down, SDL_Color color) const {
-        left(font, text, at - width_of(fonts, font, text.c_str()), down, color);
+    // Names and notes begin with their column, figures and their heads end with it.
+    void cell(TTF_Font* font, std::string const& text, Column column, int down,
+              SDL_Color color) const {
+        bool const figures = column != NameColumn && column != NoteColumn;
+        int const indent =
+            figures ? columns.width.at(column) - width_of(fonts, font, text.c_str()) : 0;
+        left(font, text, columns.left.at(column) + indent, down, color);
     }
     void centred(TTF_Font* font, std::string const& text, int down, SDL_Color color) const {
         left(font, text, -width_of(fonts, font, text.c_str()) / 2, down, color);
+    }
+    void bar(int half_width, int down, int h, SDL_Color color, float radius = 0.0F) const {
+        draw_plate(renderer, {x - half_width, y + down, 2 * half_width, h},
+                   {radius, faded(color), {}});
     }
 };
 
 void draw_row(Table const& table, ResultRow const& row, int down) {
     TTF_Font* const font = table.fonts.hud_time;
-    table.left(font, row.name, NAME_LEFT, down, row.color);
-    table.right(font, row.total, TOTAL_RIGHT, down, PLAIN);
-    table.right(font, row.best_lap, BEST_RIGHT, down, PLAIN);
-    table.right(font, row.gap, GAP_RIGHT, down, PLAIN);
-    table.left(font, row.note, NOTE_LEFT, down, RECORD);
+    int h = 0;
+    int w = 0;
+    measure_text(font, text_scale(table.fonts), "0", &w, &h);
+    down += (ROW_H - h) / 2;
+    table.cell(font, row.name, NameColumn, down, row.color);
+    table.cell(font, row.total, TotalColumn, down, row.finished ? PLAIN : FAINT);
+    table.cell(font, row.best_lap, BestColumn, down, PLAIN);
+    table.cell(font, row.gap, GapColumn, down, row.finished ? PLAIN : TIME_LEFT);
+    table.cell(font, row.note, NoteColumn, down, RECORD);
+}
+
+void draw_result_plate(Table const& table, int half_width) {
+    draw_plate(
+        table.renderer,
+        {table.x - half_width, table.y + PLATE_TOP, 2 * half_width, PLATE_BOTTOM - PLATE_TOP},
+        {RESULT_PLATE.radius, table.faded(RESULT_PLATE.glass), table.faded(RESULT_PLATE.rim)});
 }
 
 } // namespace
@@ -177,11 +239,19 @@ void render_result(SDL_Renderer* renderer, int width, int height, Fonts const& f
                    ResultTable const& result, float fade) {
     auto const alpha =
         static_cast<std::uint8_t>(std::lround(std::clamp(fade, 0.0F, 1.0F) * 255.0F));
-    Table const table{renderer, fonts, width / 2, height / 2, alpha};
+    Table const table{renderer, fonts, columns_of(fonts, result), width / 2, height / 2, alpha};
+    if (alpha == 0) return;
+    int const half_width =
+        std::max(table.columns.total, width_of(fonts, fonts.record, result.title.c_str())) / 2;
+    draw_result_plate(table, half_width + RESULT_MARGIN);
     table.centred(fonts.record, result.title, TITLE_Y, result.title_color);
-    table.right(fonts.hud_label, texts::TOTAL, TOTAL_RIGHT, HEAD_Y, FAINT);
-    table.right(fonts.hud_label, texts::BEST_LAP, BEST_RIGHT, HEAD_Y, FAINT);
-    table.right(fonts.hud_label, texts::GAP, GAP_RIGHT, HEAD_Y, FAINT);
+    table.cell(fonts.hud_label, texts::TOTAL, TotalColumn, HEAD_Y, FAINT);
+    table.cell(fonts.hud_label, texts::BEST_LAP, BestColumn, HEAD_Y, FAINT);
+    table.cell(fonts.hud_label, texts::GAP, GapColumn, HEAD_Y, FAINT);
+    table.bar(half_width + ROW_MARGIN, LINE_Y, 1, {150, 165, 195, 120});
+    SDL_Color tint = result.title_color;
+    tint.a = TINT_ALPHA;
+    table.bar(half_width + ROW_MARGIN, FIRST_ROW_Y, ROW_H, tint, 6.0F);
     draw_row(table, result.rows[0], FIRST_ROW_Y);
     draw_row(table, result.rows[1], FIRST_ROW_Y + ROW_H);
     table.centred(fonts.hud_time, texts::REMATCH, REMATCH_Y, PLAIN);

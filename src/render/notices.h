@@ -40,10 +40,11 @@ void render_ghost_gap(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const&
 struct ResultRow {
     std::string name;
     std::string total;
-    std::string best_lap;
-    std::string gap;
+    std::string best_lap; // empty without a lap
+    std::string gap;      // behind the winner, or why the race was not finished
     std::string note; // what the lap has become
     SDL_Color color{};
+    bool finished = true;
 };
 
 struct ResultTable {

@@ -135,7 +135,7 @@ TEST_F(Notices, ResultTellsTimesLapsAndRecords) {
         EXPECT_EQ(table.rows[0].note, texts::RECORDS[2]);
         EXPECT_EQ(table.rows[0].gap, "");
         EXPECT_EQ(table.rows[1].name, "Blue");
-        EXPECT_EQ(table.rows[1].best_lap, texts::NO_TIME);
+        EXPECT_EQ(table.rows[1].best_lap, "");
         EXPECT_EQ(table.rows[1].note, "");
         EXPECT_EQ(table.rows[1].gap, gap);
     }
