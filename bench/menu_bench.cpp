@@ -55,7 +55,7 @@ struct Stage {
         fs::current_path(folder);
         for (char const* font :
              {"Quango-xlVR.otf", "StarJediOutline-y0xm.ttf", "Montserrat-SemiBoldItalic.otf"}) {
-            fs::copy_file("/usr/share/fonts/truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf",
+            fs::copy_file("/usr/share/fonts/truetype/dejavu/DejaVuSansMono-Bold.ttf",
                           fs::path("art/fonts") / font, fs::copy_options::overwrite_existing);
         }
         std::ofstream("tracks/1_bench.trk") << "1 1\n*\n";

@@ -116,7 +116,7 @@ private:
     void open_fonts() {
         auto const open = [](int size) {
             return TTF_OpenFont(
-                "/usr/share/fonts/truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf", size);
+                "/usr/share/fonts/truetype/dejavu/DejaVuSansMono-Bold.ttf", size);
         };
         fonts.hud_label = open(13);
         fonts.hud_small = open(14);

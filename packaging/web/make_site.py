@@ -116,7 +116,7 @@ def licences():
                *sorted(pathlib.Path("/usr/share/doc").glob("fonts-*/copyright")),
                pathlib.Path("/usr/share/doc/fluidr3mono-gm-soundfont/copyright"),
                pathlib.Path("/usr/share/doc/emscripten/copyright")]
-    wanted = ("jetbrains-mono", "open-sans", "sora", "kaushanscript", "dejavu-core")
+    wanted = ("roboto-unhinted", "open-sans", "sora", "kaushanscript", "dejavu-core")
     for source in sources:
         name = source.parent.parent.name if source.parent.name == "debian" else source.parent.name
         if name.startswith("fonts-") and not name.endswith(wanted) or not source.exists():

@@ -71,7 +71,7 @@ Line take_line(std::vector<RenderedText> const& words, std::size_t first, int bl
 
 void draw_driving_hint(SDL_Renderer* renderer, int ow, int oh, int keyboard_w) {
     int const size = static_cast<int>(0.018 * oh);
-    FontHandle const font = open_page_font({FONT_SEMIBOLD, FONT_MONO}, std::max(6, size));
+    FontHandle const font = open_screen_font({FONT_SEMIBOLD, FONT_MONO}, std::max(6, size));
     if (!font) return;
     int blank = 0;
     TTF_SizeUTF8(font.get(), " ", &blank, nullptr);

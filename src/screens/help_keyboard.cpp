@@ -37,7 +37,7 @@ class KeyFonts {
 public:
     TTF_Font* at(int size) {
         auto const [place, is_new] = fonts_.try_emplace(size);
-        if (is_new) place->second = open_page_font({FONT_SEMIBOLD, FONT_MONO}, size);
+        if (is_new) place->second = open_screen_font({FONT_SEMIBOLD, FONT_MONO}, size);
         return place->second.get();
     }
 

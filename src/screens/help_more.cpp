@@ -118,7 +118,7 @@ void draw_help_more(SDL_Renderer* renderer, int ow, int oh, HelpFacts const& fac
     // As wide as a page of 16:9 at most, and by its height where the page is wider.
     int const w = std::min(ow, oh * 16 / 9);
     int const size = std::max(LEAST_FONT_SIZE, share(0.0135, w));
-    FontHandle const font = open_page_font({FONT_ROUNDED, FONT_SEMIBOLD}, size);
+    FontHandle const font = open_screen_font({FONT_ROUNDED, FONT_SEMIBOLD}, size);
     int const line_h = share(1.5, size);
     int const left = (ow - w) / 2;
     Pen pads{renderer, font.get(), left + share(0.09, w), share(0.12, oh), line_h, share(0.15, w)};
@@ -130,8 +130,8 @@ void draw_help_more(SDL_Renderer* renderer, int ow, int oh, HelpFacts const& fac
 }
 
 void draw_page_turn(SDL_Renderer* renderer, int ow, int oh, int number) {
-    FontHandle const font =
-        open_page_font({FONT_ROUNDED, FONT_SEMIBOLD}, std::max(LEAST_FONT_SIZE, share(0.022, oh)));
+    FontHandle const font = open_screen_font({FONT_ROUNDED, FONT_SEMIBOLD},
+                                             std::max(LEAST_FONT_SIZE, share(0.022, oh)));
     char const* words = number == 1 ? "Right: pads, switches, keys  »" : "«  Left: the keyboard";
     RenderedText const text = render_text(renderer, font.get(), words, FAINT);
     int const margin = share(0.03, oh);

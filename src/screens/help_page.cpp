@@ -54,8 +54,8 @@ Page measure(int ow, int oh) {
 }
 
 void draw_annotations(SDL_Renderer* renderer, Page const& page, KeyBindings const& keys) {
-    FontHandle const handle = open_page_font({FONT_ROUNDED, FONT_SEMIBOLD},
-                                             std::max(LEAST_FONT_SIZE, share(0.022, page.oh)));
+    FontHandle const handle = open_screen_font({FONT_ROUNDED, FONT_SEMIBOLD},
+                                               std::max(LEAST_FONT_SIZE, share(0.022, page.oh)));
     TTF_Font* const font = handle.get();
     int const line_h = font != nullptr ? TTF_FontHeight(font) : share(0.026, page.oh);
     auto const player_group = [&](auto const& annos, bool text_left, int anchor) {
@@ -80,8 +80,8 @@ void draw_annotations(SDL_Renderer* renderer, Page const& page, KeyBindings cons
 }
 
 void draw_player_labels(SDL_Renderer* renderer, Page const& page) {
-    FontHandle const font = open_page_font({FONT_SEMIBOLD, FONT_MONO},
-                                           std::max(LEAST_FONT_SIZE, share(0.034, page.oh)));
+    FontHandle const font = open_screen_font({FONT_SEMIBOLD, FONT_MONO},
+                                             std::max(LEAST_FONT_SIZE, share(0.034, page.oh)));
     int const y = share(0.75, page.oh);
     draw_player_label(renderer, font.get(), page.keyboard.x + share(2.32, page.unit), y, "Player 1",
                       RED_TINT, 1);

@@ -61,10 +61,3 @@ void draw_page_text(SDL_Renderer* renderer, RenderedText const& text, int x, int
     SDL_Rect const place{x, y, text.w, text.h};
     SDL_RenderCopy(renderer, text.tex.get(), nullptr, &place);
 }
-
-FontHandle open_page_font(std::array<char const*, 2> const& paths, int size) {
-    for (char const* path : paths) {
-        if (FontHandle font(TTF_OpenFont(path, size)); font) return font;
-    }
-    return nullptr;
-}

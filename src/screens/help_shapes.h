@@ -5,8 +5,7 @@
 
 #include "base/sdl_handles.h"
 #include "render/rendered_text.h"
-
-#include <array>
+#include "screens/screen_font.h"
 
 // A filled rectangle with round corners of `radius`, at most half its shorter side.
 void fill_rrect(SDL_Renderer* renderer, SDL_Rect const& rect, int radius, SDL_Color color);
@@ -16,9 +15,6 @@ void fill_triangle(SDL_Renderer* renderer, SDL_Point a, SDL_Point b, SDL_Point c
 void draw_page_text(SDL_Renderer* renderer, RenderedText const& text, int x, int y);
 
 constexpr int LEAST_FONT_SIZE = 6; // of the page, in pixels
-
-// The first of two fonts that opens at `size`; null if neither does.
-FontHandle open_page_font(std::array<char const*, 2> const& paths, int size);
 
 constexpr char const* FONT_ROUNDED = "art/fonts/Quango-xlVR.otf";
 constexpr char const* FONT_SEMIBOLD = "art/fonts/Montserrat-SemiBold.otf";

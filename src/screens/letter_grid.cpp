@@ -84,13 +84,13 @@ void draw_panel(SDL_Renderer* renderer, SDL_Rect const& box, SDL_Color edge) {
 } // namespace
 
 void open_letter_grid(LetterGrid& grid, SDL_Renderer* renderer, double scale, TTF_Font* font,
-                      TTF_Font* small_font) {
+                      TTF_Font* caption_font) {
     grid = {};
     grid.open = true;
     for (std::size_t i = 1; i < KEYS.size(); ++i) {
         grid.keys[i] = make_label(renderer, scale, font, KEYS[i], WHITE);
     }
-    grid.hint = make_label(renderer, scale, small_font, GRID_HINT, WHITE);
+    grid.hint = make_label(renderer, scale, caption_font, GRID_HINT, WHITE);
     render_page(grid, renderer, scale, font);
 }
 

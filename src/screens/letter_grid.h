@@ -27,9 +27,9 @@ struct LetterGrid {
     MenuLabel hint;
 };
 
-// Opens on the first page, and renders it; `font` also renders names, `small_font` the hint.
+// Opens on the first page, and renders it; `font` also renders names, `caption_font` the hint.
 void open_letter_grid(LetterGrid& grid, SDL_Renderer* renderer, double scale, TTF_Font* font,
-                      TTF_Font* small_font);
+                      TTF_Font* caption_font);
 void close_letter_grid(LetterGrid& grid);
 void next_letter_page(LetterGrid& grid, SDL_Renderer* renderer, double scale, TTF_Font* font);
 // Moves the focus, round the edges.

@@ -105,6 +105,6 @@ void show_note(MenuScreen& menu, char const* text, unsigned now) {
 }
 
 void make_note_label(MenuScreen& menu) {
-    menu.note.label = make_label(menu.renderer, menu.menu_scale, menu.small_font.get(),
+    menu.note.label = make_label(menu.renderer, menu.menu_scale, menu.note_font.get(),
                                  menu.note.text.c_str(), WHITE);
 }

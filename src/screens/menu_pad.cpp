@@ -82,7 +82,7 @@ void press_in_grid(MenuScreen& menu, PadButton button, unsigned now) {
 void write_name(MenuScreen& menu, int index, unsigned now) {
     focus_field(menu, index, now);
     open_letter_grid(menu.letters, menu.renderer, menu.menu_scale, menu.mode_font.get(),
-                     menu.small_font.get());
+                     menu.caption_font.get());
 }
 
 // What is chosen already is launched.

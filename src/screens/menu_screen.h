@@ -63,8 +63,10 @@ struct MenuScreen {
     MenuLabel credits;
     MenuLabel help_label;
     TextureHandle help_ring;
-    FontHandle mode_font;  // also of the name fields
-    FontHandle small_font; // of the thumbnails
+    FontHandle mode_font;    // also of the name fields
+    FontHandle small_font;   // of the thumbnails
+    FontHandle caption_font; // of the switches, and of what tells what to do
+    FontHandle note_font;
     GameMode mode;
     PlayerNames names;
     MenuTracks tracks;

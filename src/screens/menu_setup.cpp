@@ -14,6 +14,7 @@
 #include "screens/menu_music.h"
 #include "screens/menu_screen.h"
 #include "screens/menu_track_notes.h"
+#include "screens/screen_font.h"
 #include "world/track_file.h"
 
 #include <algorithm>
@@ -49,12 +50,11 @@ constexpr MenuFont CREDITS_FONT{
     11.0, "art/fonts//Montserrat-SemiBoldItalic.otf",
     "/usr/share/fonts/harbourtype-montserrat-fonts/Montserrat-SemiBold.otf"};
 constexpr MenuFont SMALL_FONT{12.0, MODE_FONT.first, MODE_FONT.second};
+constexpr MenuFont CAPTION_FONT{15.0, MODE_FONT.first, MODE_FONT.second};
+constexpr MenuFont NOTE_FONT{16.0, MODE_FONT.first, MODE_FONT.second};
 
 FontHandle open_font(MenuFont const& font, double scale) {
-    int const size = menu_font_size(font.size, scale);
-    FontHandle opened(TTF_OpenFont(font.first, size));
-    if (!opened) opened.reset(TTF_OpenFont(font.second, size));
-    return opened;
+    return open_screen_font({font.first, font.second}, menu_font_size(font.size, scale));
 }
 
 void report(char const* what) {
@@ -196,6 +196,8 @@ void make_thumbnails(MenuScreen& menu) {
     menu.tracks.failed_picture.clear();
     menu.small_font = open_font(SMALL_FONT, menu.menu_scale);
     if (menu.small_font) TTF_SetFontKerning(menu.small_font.get(), 1);
+    menu.caption_font = open_font(CAPTION_FONT, menu.menu_scale);
+    menu.note_font = open_font(NOTE_FONT, menu.menu_scale);
     auto const pictures = discover_track_pngs();
     for (int slot = 1; slot <= ROW_SLOTS; ++slot) {
         std::string const& picture = pictures[static_cast<std::size_t>(slot)];
@@ -214,10 +216,10 @@ void make_thumbnails(MenuScreen& menu) {
 void make_switches(MenuScreen& menu) {
     constexpr std::array<char const*, ALL_SWITCHES.size()> WORDS{"bumps", "rumble", "red", "blue"};
     for (std::size_t i = 0; i < WORDS.size(); ++i) {
-        menu.switches.words[i] = label(menu, menu.small_font, WORDS[i]);
+        menu.switches.words[i] = label(menu, menu.caption_font, WORDS[i]);
     }
-    menu.switches.drives = label(menu, menu.small_font, "computer drives");
-    menu.switches.no_records = label(menu, menu.small_font, "no records are kept");
+    menu.switches.drives = label(menu, menu.caption_font, "computer drives");
+    menu.switches.no_records = label(menu, menu.note_font, "no records are kept");
     menu.names.computer = label(menu, menu.mode_font, "computer");
 }
 
@@ -318,6 +320,6 @@ void fit_menu(MenuScreen& menu, unsigned now) {
     load_start_button(menu);
     if (menu.letters.open) {
         open_letter_grid(menu.letters, menu.renderer, menu.menu_scale, menu.mode_font.get(),
-                         menu.small_font.get());
+                         menu.caption_font.get());
     }
 }

@@ -4,12 +4,14 @@
 
 namespace {
 
-constexpr float SWITCHES_Y = 0.585F; // centre of the switches, a share of the view's height
-constexpr float NOTE_Y = 0.545F;     // of the line under the start button
-constexpr int SQUARE = 11;           // logical pixels
-constexpr int SQUARE_GAP = 7;        // between a square and its word
-constexpr int SWITCH_GAP = 22;       // between two switches
-constexpr int HIT_MARGIN = 4;        // around a switch under the mouse
+// Centres, shares of the view's height: of the switches, at the modes and the names over them, and
+// of the line under the start button, clear of the race's laps above and of the heading below.
+constexpr float SWITCHES_Y = 0.572F;
+constexpr float NOTE_Y = 0.555F;
+constexpr int SQUARE = 13;     // logical pixels
+constexpr int SQUARE_GAP = 8;  // between a square and its word
+constexpr int SWITCH_GAP = 22; // between two switches
+constexpr int HIT_MARGIN = 4;  // around a switch under the mouse
 
 MenuLabel const& word(MenuSwitches const& switches, Switch which) {
     return switches.words[static_cast<std::size_t>(which)];

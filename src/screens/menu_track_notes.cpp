@@ -47,7 +47,7 @@ void make_no_tracks_label(MenuScreen& menu) {
     menu.no_tracks = {};
     if (!none) return;
     auto const label = [&menu](std::string const& text) {
-        return make_label(menu.renderer, menu.menu_scale, menu.small_font.get(), text.c_str(),
+        return make_label(menu.renderer, menu.menu_scale, menu.caption_font.get(), text.c_str(),
                           WHITE);
     };
     menu.no_tracks = {label(texts::NO_TRACKS), label(tracks_folder())};

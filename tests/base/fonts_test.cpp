@@ -6,7 +6,7 @@
 
 TEST(Fonts, OpenAtPhysicalSizeWithAFloor) {
     WorkingDir const here;
-    lay_fonts("truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf", RACE_FONTS);
+    lay_fonts("truetype/dejavu/DejaVuSansMono-Bold.ttf", RACE_FONTS);
     Fonts fonts;
     fonts.open_all(2.0);
     EXPECT_EQ(fonts.phys_scale, 2.0);

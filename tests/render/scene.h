@@ -48,7 +48,7 @@ struct MonoFonts {
     }
 
     static TTF_Font* open(double size) {
-        return TTF_OpenFont("/usr/share/fonts/truetype/jetbrains-mono/JetBrainsMono-ExtraBold.ttf",
+        return TTF_OpenFont("/usr/share/fonts/truetype/dejavu/DejaVuSansMono-Bold.ttf",
                             static_cast<int>(size));
     }
     static int width(TTF_Font* font, char const* text) {
