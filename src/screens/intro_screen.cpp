@@ -33,7 +33,12 @@ void measure_screen(SDL_Renderer* renderer, Intro& intro) {
 
 void load_intro_picture(SDL_Renderer* renderer, Intro& intro) {
     intro.picture = load_texture(renderer, "art/intro.png", &intro.picture_w, &intro.picture_h);
-    if (!intro.picture) std::fprintf(stderr, "intro image: %s\n", SDL_GetError());
+    if (!intro.picture) {
+        std::fprintf(stderr, "intro image: %s\n", SDL_GetError());
+        return;
+    }
+    // It is as large as the largest usual screen: on a smaller one its edges would be stairs.
+    SDL_SetTextureScaleMode(intro.picture.get(), SDL_ScaleModeLinear);
 }
 
 void answer(Intro& intro, bool start) {
