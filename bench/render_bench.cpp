@@ -115,8 +115,7 @@ public:
 private:
     void open_fonts() {
         auto const open = [](int size) {
-            return TTF_OpenFont(
-                "/usr/share/fonts/truetype/dejavu/DejaVuSansMono-Bold.ttf", size);
+            return TTF_OpenFont("/usr/share/fonts/truetype/dejavu/DejaVuSansMono-Bold.ttf", size);
         };
         fonts.hud_label = open(13);
         fonts.hud_small = open(14);

@@ -42,7 +42,7 @@ struct ResultRow {
     std::string total;
     std::string best_lap; // empty without a lap
     std::string gap;      // behind the winner, or why the race was not finished
-    std::string note; // what the lap has become
+    std::string note;     // what the lap has become
     SDL_Color color{};
     bool finished = true;
 };
