@@ -70,11 +70,6 @@ Measures measure(SDL_Rect const& rect) {
             std::max(2, static_cast<int>(unit / 22)), std::max(3, static_cast<int>(0.125 * unit))};
 }
 
-// More of the body shows below the cap than above it.
-SDL_Rect cap_of(Measures const& m, SDL_Rect const& body) {
-    return {body.x + m.bevel, body.y + m.bevel, body.w - 2 * m.bevel, body.h - 3 * m.bevel};
-}
-
 // The font size at which a label fits an area of iw x ih pixels.
 int fit(KeyFonts& fonts, double unit, char const* label, int iw, int ih) {
     TTF_Font* const font = fonts.at(MEASURING_SIZE);
@@ -131,17 +126,6 @@ SDL_Point center_of(SDL_Rect const& rect) {
     return {rect.x + rect.w / 2, rect.y + rect.h / 2};
 }
 
-// The tip points along (dx, dy); the base lies on the far side of the square.
-void draw_arrow(SDL_Renderer* renderer, std::string_view label, SDL_Rect const& cap) {
-    int const shorter = std::min(cap.w, cap.h);
-    int const s = shorter < 20 ? 3 : shorter / 5;
-    int const dx = label == "<LEFT>" ? -s : label == "<RIGHT>" ? s : 0;
-    int const dy = label == "<UP>" ? -s : label == "<DOWN>" ? s : 0;
-    auto const [cx, cy] = center_of(cap);
-    fill_triangle(renderer, {cx + dx, cy + dy}, {cx - dx - dy, cy - dy - dx},
-                  {cx - dx + dy, cy - dy + dx}, LETTERING);
-}
-
 void draw_label(SDL_Renderer* renderer, KeyFonts& fonts, char const* label, int size,
                 SDL_Rect const& cap) {
     RenderedText const text = render_text(renderer, fonts.at(size), label, LETTERING);
@@ -162,19 +146,35 @@ std::string printed_label(KeyFonts& fonts, KbKey const& key) {
 
 } // namespace
 
+SDL_Rect draw_key_cap(SDL_Renderer* renderer, SDL_Rect const& body, int bevel, int corner) {
+    SDL_Rect const cap{body.x + bevel, body.y + bevel, body.w - 2 * bevel, body.h - 3 * bevel};
+    fill_rrect(renderer, body, corner, KEYBOARD_BODY);
+    fill_rrect(renderer, cap, std::max(2, corner - bevel), CAP);
+    return cap;
+}
+
+void draw_key_arrow(SDL_Renderer* renderer, std::string_view label, SDL_Rect const& cap) {
+    int const shorter = std::min(cap.w, cap.h);
+    int const s = shorter < 20 ? 3 : shorter / 5;
+    int const dx = label == "<LEFT>" ? -s : label == "<RIGHT>" ? s : 0;
+    int const dy = label == "<UP>" ? -s : label == "<DOWN>" ? s : 0;
+    auto const [cx, cy] = center_of(cap);
+    // The tip points along (dx, dy); the base lies on the far side of the square.
+    fill_triangle(renderer, {cx + dx, cy + dy}, {cx - dx - dy, cy - dy - dx},
+                  {cx - dx + dy, cy - dy + dx}, LETTERING);
+}
+
 void draw_keyboard(SDL_Renderer* renderer, SDL_Rect const& rect) {
     Measures const m = measure(rect);
     KeyFonts fonts;
     SharedSizes const shared = shared_sizes(fonts, m);
     for (KbKey const& key : KB_KEYS) {
         SDL_Rect const body = inner_rect(key_cell(key, m.rect, m.unit), m.gap);
-        SDL_Rect const cap = cap_of(m, body);
-        fill_rrect(renderer, body, m.corner, KEYBOARD_BODY);
-        fill_rrect(renderer, cap, std::max(2, m.corner - m.bevel), CAP);
+        SDL_Rect const cap = draw_key_cap(renderer, body, m.bevel, m.corner);
         std::string_view const label = key.label;
         if (label.empty()) continue;
         if (label.front() == '<') {
-            draw_arrow(renderer, label, cap);
+            draw_key_arrow(renderer, label, cap);
         } else {
             std::string const printed = printed_label(fonts, key);
             draw_label(renderer, fonts, printed.c_str(),
