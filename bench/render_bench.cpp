@@ -285,8 +285,7 @@ void gap_to_the_ghost(benchmark::State& state) {
     auto const gap = [&] {
         for (Player const* player : {&race().red, &race().blue}) {
             chase.update();
-            render_ghost_gap(race().renderer, player->view.viewport, race().fonts, 0, "+0.73",
-                             false);
+            render_ghost_gap(race().renderer, player->view.viewport, race().fonts, "+0.73", false);
         }
     };
     for (auto _ : state) {

@@ -30,9 +30,12 @@ constexpr char const* PICTURE_FAILED = "The picture of %s failed to load";
 constexpr char const* NO_TRACKS =
     "No track has a picture here. Tracks belong into this folder, as 1_Name.trk and 1_Name.png:";
 
-// The ghost's times: ahead is less.
-constexpr char const* GHOST_GAP = "%+.2f";
-constexpr char const* GHOST_SPLIT = "%d/4  %+.3f";
+// The ghost's times, in seconds: ahead is less. The minus is as wide as the plus.
+constexpr char const* GHOST_GAP = "%s%.2f";
+constexpr char const* GHOST_SPLIT = "%d/4  %s%.2f";
+constexpr char const* WIDEST_SPLIT = "4/4  +00.00";
+constexpr char const* LESS = "\u2212";
+constexpr char const* MORE = "+";
 
 // Toasts for what else answers on the standard output alone.
 constexpr char const* VOLUME = "Music %.0f%%";

@@ -137,17 +137,19 @@ bool follows_ghost(Simulation const& sim, Player const& player, GhostGap const& 
 void draw_gap(NoticePicture const& p, Player const& player) {
     GhostGap const& gap = p.notices.gaps.at(index_of(player));
     SDL_Rect const& rect = player.view.viewport;
+    bool const split = gap.split_quarter != 0 && p.now - gap.split_tick < SPLIT_SHOWS_MS;
+    if (!split && !(gap.shows && follows_ghost(p.sim, player, gap))) return;
+    // Rounded here, so that a hundredth is not told as ahead while it reads as none.
+    double const seconds = std::round((split ? gap.split_ms : gap.gap_ms) / 10.0) / 100.0;
+    char const* const sign = seconds < 0.0 ? texts::LESS : texts::MORE;
     Text text{};
-    if (gap.shows && follows_ghost(p.sim, player, gap)) {
-        // Rounded here, so that a hundredth is not told as ahead while it reads as none.
-        double const gap_s = std::round(gap.gap_ms / 10.0) / 100.0 + 0.0;
-        std::snprintf(text.data(), text.size(), texts::GHOST_GAP, gap_s);
-        render_ghost_gap(p.renderer, rect, p.fonts, 0, text.data(), gap_s <= 0.0);
+    if (split) {
+        std::snprintf(text.data(), text.size(), texts::GHOST_SPLIT, gap.split_quarter, sign,
+                      std::abs(seconds));
+    } else {
+        std::snprintf(text.data(), text.size(), texts::GHOST_GAP, sign, std::abs(seconds));
     }
-    if (gap.split_quarter == 0 || p.now - gap.split_tick >= SPLIT_SHOWS_MS) return;
-    double const split_s = std::round(gap.split_ms) / 1000.0 + 0.0;
-    std::snprintf(text.data(), text.size(), texts::GHOST_SPLIT, gap.split_quarter, split_s);
-    render_ghost_gap(p.renderer, rect, p.fonts, 1, text.data(), split_s <= 0.0);
+    render_ghost_gap(p.renderer, rect, p.fonts, text.data(), seconds <= 0.0);
 }
 
 // How far the second came in behind the first.

@@ -25,10 +25,10 @@ constexpr std::array COUNTDOWN_Y{0.2, 0.55, 0.8};
 constexpr std::array NAME_Y{0.36, 0.68, 0.92};
 constexpr double WARNING_Y = 0.72;
 constexpr double TIME_LEFT_Y = 0.8;
-constexpr int GAP_Y = 36; // logical pixels from the view's top
-constexpr int GAP_ROW_H = 24;
-constexpr int PLATE_MARGIN = 7; // of the dark plate behind the gap
-constexpr std::uint8_t PLATE_ALPHA = 190;
+constexpr int GAP_Y = 34; // logical pixels from the view's top
+constexpr int GAP_H = 28;
+constexpr int GAP_MARGIN = 10;                           // of the plate behind the gap
+constexpr PlateLook GAP_PLATE{6.0F, {0, 0, 0, 165}, {}}; // nearly the bar's
 
 struct Line {
     TTF_Font* font;
@@ -219,20 +219,18 @@ void render_time_left(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const&
     draw_centred(renderer, rect, fonts, {fonts.record, text, TIME_LEFT, 255}, TIME_LEFT_Y);
 }
 
-void render_ghost_gap(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts, int row,
+void render_ghost_gap(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
                       char const* text, bool ahead) {
     TTF_Font* const font = fonts.hud_time;
     int w = 0;
     int h = 0;
     if (!measure_text(font, text_scale(fonts), text, &w, &h)) return;
-    int const x = rect.x + (rect.w - w) / 2;
-    int const y = rect.y + GAP_Y + row * GAP_ROW_H;
-    SDL_Rect const plate{x - PLATE_MARGIN, y, w + 2 * PLATE_MARGIN, GAP_ROW_H};
-    SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
-    SDL_SetRenderDrawColor(renderer, 0, 0, 0, PLATE_ALPHA);
-    SDL_RenderFillRect(renderer, &plate);
-    draw_ttf(renderer, font, text_scale(fonts), text, x, y + (GAP_ROW_H - h) / 2,
-             ahead ? AHEAD : BEHIND, nullptr, nullptr, 255);
+    // As wide for all that it may bear.
+    int const plate_w = width_of(fonts, font, texts::WIDEST_SPLIT) + 2 * GAP_MARGIN;
+    SDL_Rect const plate{rect.x + (rect.w - plate_w) / 2, rect.y + GAP_Y, plate_w, GAP_H};
+    draw_plate(renderer, plate, GAP_PLATE);
+    draw_ttf(renderer, font, text_scale(fonts), text, rect.x + (rect.w - w) / 2,
+             plate.y + (GAP_H - h) / 2, ahead ? AHEAD : BEHIND, nullptr, nullptr, 255);
 }
 
 void render_result(SDL_Renderer* renderer, int width, int height, Fonts const& fonts,

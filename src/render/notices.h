@@ -32,8 +32,8 @@ void render_warning(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& f
 // How much time is left, below that.
 void render_time_left(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
                       char const* text);
-// Ahead of the ghost or behind it: row 0 just below the bar, row 1 below that.
-void render_ghost_gap(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts, int row,
+// Ahead of the ghost or behind it, on a plate below the bar.
+void render_ghost_gap(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
                       char const* text, bool ahead);
 
 // A player's row of the result.
