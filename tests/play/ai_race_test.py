@@ -9,7 +9,7 @@ from tracks import png, ring
 COUNTS = ((270, 100, 100, 90), (910, 100, 100, 90))
 TOAST, RESULT = (340, 190, 600, 52), (300, 415, 680, 190)
 GAME_OVER = (395, 262, 495, 84)
-HINT = (450, 384, 380, 20)
+HINT = (450, 392, 380, 22)
 GREEN = (60, 250, 60)
 RING = {"tracks/1_ring.trk": ring(), "tracks/1_ring.png": png(GREEN, 200, 150)}
 

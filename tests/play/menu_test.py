@@ -14,7 +14,7 @@ FIELD = {"tracks/1_field.trk": open_field(), "tracks/1_field.png": png(PINK, 200
 INTRO_WORDS = (370, 645, 540, 45)
 START_BUTTON = (520, 320, 240, 38)
 PRACTICE_ARROW, RACE_ARROW = (288, 336, 14, 18), (288, 373, 14, 18)
-FIVE_LAPS = (482, 374, 14, 18)
+FIVE_LAPS = (466, 374, 14, 18)
 THUMB_OF_TWO, EXTRA_THUMB = (470, 520, 60, 60), (660, 520, 150, 60)
 KEYBOARD = (400, 250, 480, 150)
 
@@ -93,7 +93,7 @@ class Menu(unittest.TestCase):
             game.wait_picture(alone)
             game.click_at(324, 380)
             game.wait_picture(lit(RACE_ARROW))
-            game.click_at(489, 382)
+            game.click_at(472, 382)
             game.wait_picture(lit(FIVE_LAPS))
             game.click_at(940, 344)
             game.press("BackSpace")
@@ -196,7 +196,7 @@ class Menu(unittest.TestCase):
             game.wait_race()
             game.wait_picture(gold((400, 180, 480, 80)))  # it is named there, and on the menu
             game.press("Escape")
-            game.wait_picture(gold((560, 382, 160, 22)))
+            game.wait_picture(gold((560, 388, 160, 24)))
 
 
 if __name__ == "__main__":
