@@ -32,7 +32,7 @@ struct Timeline {
             update(ms);
             for (std::size_t const slot : {CHIME, CROWD, FANFARE}) {
                 if (plays(slot) == before.at(slot - CHIME)) continue;
-                told += printed("%u: %zu at %.1f, ", ms, slot, double{volume(slot)});
+                told += printed("%u: %zu at %.1f, ", ms, slot, static_cast<double>(volume(slot)));
             }
         }
         return told;

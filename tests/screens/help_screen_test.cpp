@@ -33,18 +33,19 @@ SDL_Color face(Canvas const& canvas, KbKey const& key, double along = 0.5) {
 }
 
 TEST(KeyboardLayout, EveryAnnotationFindsTheKeyItMeans) {
-    auto const expect_between = [](double left, double right, auto const& annos) {
+    constexpr auto RIGHT_END = static_cast<float>(KEYBOARD_W);
+    auto const expect_between = [](float left, float right, auto const& annos) {
         for (Anno const& anno : annos) {
             KbKey const* key = find_key(anno);
             ASSERT_NE(key, nullptr) << anno.key;
-            EXPECT_TRUE(left <= double{key->x} && double{key->x} < right) << anno.key;
+            EXPECT_TRUE(left <= key->x && key->x < right) << anno.key;
         }
     };
-    expect_between(0.0, KEYBOARD_W, ANNOS_MAJOR);
-    expect_between(0.0, KEYBOARD_W, ANNOS_MINOR);
-    expect_between(0.0, 6.0, ANNOS_RED);
-    expect_between(KEYPAD_X, KEYBOARD_W, ANNOS_BLUE);
-    expect_between(9.1, 15.0, ANNOS_BLUE_ALT);
+    expect_between(0.0F, RIGHT_END, ANNOS_MAJOR);
+    expect_between(0.0F, RIGHT_END, ANNOS_MINOR);
+    expect_between(0.0F, 6.0F, ANNOS_RED);
+    expect_between(KEYPAD_X, RIGHT_END, ANNOS_BLUE);
+    expect_between(9.1F, 15.0F, ANNOS_BLUE_ALT);
     Anno nowhere = ANNOS_RED[0];
     nowhere.x_min = 19;
     EXPECT_EQ(find_key(nowhere), nullptr);
