@@ -16,6 +16,7 @@ import tempfile
 import unittest
 import zipfile
 
+import robot
 from robot import GAME_DIR, RED_HUD, ROOT, Game, near
 from tracks import open_field, png
 
@@ -27,6 +28,7 @@ ROAMING = PREFIX / "drive_c/users" / USER / "AppData/Roaming"
 RECORDS = ROAMING / "BrindleRun"
 WINE = {"WINEPREFIX": str(PREFIX), "WINEDEBUG": "-all", "SDL_VIDEODRIVER": "windows"}
 SOAK_S = "60"
+robot.PATIENCE_S = 120.0  # Wine takes its time, and draws by the processor
 # A track of the player's own.
 FIELD = {"game/tracks/9_Føld.trk": open_field(),
          "game/tracks/9_Føld.png": png((220, 40, 150), 200, 150)}
