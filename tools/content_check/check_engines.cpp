@@ -18,6 +18,16 @@ constexpr int FRAME = MIX_RATE / 20; // samples: 50 ms, about what an ear takes 
 constexpr float DEFAULT_MUSIC = 0.3F;
 constexpr float RACING_SPEED = 0.3F; // cells a tick, three quarters of the top speed
 constexpr double MIN_SHARE = 0.5;
+// The octaves that small loudspeakers play of an engine, and by how much it may lie under the music
+// there over a whole song.
+struct SpeakerBand {
+    double hz;
+    double min_over_music; // dB
+};
+constexpr std::array<SpeakerBand, 2> SPEAKER{{{340, 1}, {680, -6}}};
+
+constexpr double THIRD = 1.0 / 3.0; // of an octave: about what an ear tells apart
+constexpr double OCTAVE = 1.0;
 
 constexpr std::array<char const*, 4> SONGS{
     "music/Gallop Over Pine Hills -- game 2.mp3", "music/Booting GEM Dreams.mp3",
@@ -34,12 +44,12 @@ struct Source {
 constexpr std::array<Source, 2> SOURCES{
     {{"engines", false, {90, 180, 360}}, {"tyres", true, {5000, 7000, 9500}}}};
 
-// A third of an octave, about what an ear tells apart: a band-pass of two poles.
+// A band-pass of two poles, so many octaves wide.
 class Band {
 public:
-    explicit Band(double middle) {
+    Band(double middle, double octaves) {
         double const w = 2.0 * 3.14159265358979 * middle / MIX_RATE;
-        double const alpha = std::sin(w) * std::sinh(0.11552 * w / std::sin(w));
+        double const alpha = std::sin(w) * std::sinh(0.34657 * octaves * w / std::sin(w));
         gain_ = alpha / (1.0 + alpha);
         back_ = {-2.0 * std::cos(w) / (1.0 + alpha), (1.0 - alpha) / (1.0 + alpha)};
     }
@@ -59,7 +69,7 @@ private:
 
 // The power of each frame in a band.
 std::vector<double> powers(Samples const& samples, double middle) {
-    Band band(middle);
+    Band band(middle, THIRD);
     std::vector<double> frames(samples.size() / FRAME);
     for (std::size_t i = 0; i < frames.size() * FRAME; ++i) {
         double const out = band.next(samples[i]);
@@ -95,6 +105,18 @@ Samples music(char const* song) {
     return mixed(audio, audio.music_samples.size());
 }
 
+// Over the whole, in an octave: the band-pass twice.
+double octave_power(Samples const& samples, double middle) {
+    Band once(middle, OCTAVE);
+    Band twice(middle, OCTAVE);
+    double sum = 1.0;
+    for (std::int16_t const sample : samples) {
+        double const out = twice.next(once.next(sample));
+        sum += out * out;
+    }
+    return sum / static_cast<double>(samples.size());
+}
+
 // In how much of the time the cars are as loud as the music, in their best band.
 double share_heard(Samples const& cars, Samples const& music, Source const& source) {
     double best = 0.0;
@@ -110,6 +132,26 @@ double share_heard(Samples const& cars, Samples const& music, Source const& sour
     return best;
 }
 
+void add_share(Report& report, char const* song, Samples const& over, Source const& source) {
+    double const share = share_heard(cars(over.size(), source.skidding), over, source);
+    std::array<char, 96> measured{};
+    std::snprintf(measured.data(), measured.size(), "%s stand out %.0f %% of the time", source.name,
+                  share * 100.0);
+    report.add(share >= MIN_SHARE, song, measured.data());
+}
+
+void add_level(Report& report, char const* song, Samples const& over) {
+    Samples const engines = cars(over.size(), false);
+    for (SpeakerBand const& band : SPEAKER) {
+        double const ratio = octave_power(engines, band.hz) / octave_power(over, band.hz);
+        double const decibels = 10.0 * std::log10(ratio);
+        std::array<char, 96> measured{};
+        std::snprintf(measured.data(), measured.size(), "engines %+.1f dB over it around %.0f Hz",
+                      decibels, band.hz);
+        report.add(decibels >= band.min_over_music, song, measured.data());
+    }
+}
+
 } // namespace
 
 void check_engines(Report& report) {
@@ -119,12 +161,7 @@ void check_engines(Report& report) {
             report.add(false, song, "nothing to play");
             continue;
         }
-        for (Source const& source : SOURCES) {
-            double const share = share_heard(cars(over.size(), source.skidding), over, source);
-            std::array<char, 96> measured{};
-            std::snprintf(measured.data(), measured.size(), "%s stand out %.0f %% of the time",
-                          source.name, share * 100.0);
-            report.add(share >= MIN_SHARE, song, measured.data());
-        }
+        for (Source const& source : SOURCES) add_share(report, song, over, source);
+        add_level(report, song, over);
     }
 }
