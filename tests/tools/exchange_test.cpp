@@ -108,11 +108,11 @@ TEST_F(Exchange, ALapOfAnotherGridIsRefusedByBothFingerprints) {
 TEST_F(Exchange, WhatCannotBeSharedIsSaidAndHarmsNothing) {
     std::string const ghost = drive("Ann", 300);
     std::string const table = read_file(folder / "best_lap_times.txt");
-    for (auto const& [name, track, reason] :
+    for (auto const& wrong :
          {std::array{"Ann", "Nowhere", "no track"}, {"Bo", "Hall", "no record"}}) {
-        Said const said = heard([&] { return export_lap(name, track, lap); });
+        Said const said = heard([&] { return export_lap(wrong[0], wrong[1], lap); });
         EXPECT_EQ(said.status, 1);
-        EXPECT_THAT(said.err, HasSubstr(reason));
+        EXPECT_THAT(said.err, HasSubstr(wrong[2]));
     }
     std::string const endless = dir.file(std::string(5000, 'x'));
     EXPECT_EQ(heard([&] { return export_lap("Ann", "Hall", endless); }).status, 1);
