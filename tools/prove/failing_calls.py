@@ -6,8 +6,8 @@
 BUILD is a folder of a build with the stage. The session types a name, drives two best laps, looks
 at ghosts and help, races to game over and leaves by the menu. Whichever call fails:
 
-  - the program ends by itself, and well: only without a window, or out of memory, it may give up,
-    and then with a line that says so;
+  - the program ends by itself, and well: only without a window, a font of the race or memory it may
+    give up, and then with a line that says so;
   - no sanitizer has a word to say;
   - nothing is told twice, and whatever goes otherwise than in a session without failures is told;
   - the old record, its ghost and the names are whole, and so is every new one; the table names the
@@ -108,7 +108,8 @@ def manners_fault(ended, fail):
     if ended.fault():
         return ended.fault()
     said = [line for line in ended.err if line]
-    if ended.status != 0 and fail.split()[0] not in MAY_GIVE_UP:
+    fatal = any(line.startswith("FATAL: cannot open font") for line in said)
+    if ended.status != 0 and fail.split()[0] not in MAY_GIVE_UP and not fatal:
         return "gives up"
     if ended.status != 0 and not said:
         return "gives up without a word"

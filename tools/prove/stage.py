@@ -3,7 +3,8 @@
 import contextlib
 import os
 import pathlib
-import shutil
+import resource
+import signal
 import subprocess
 import sys
 import tempfile
@@ -14,7 +15,10 @@ from tracks import open_field, png, ring  # pylint: disable=wrong-import-positio
 
 FINISHED_GAME = ROOT / "build/release/game"
 SANITIZER_STATUS = 99
-PATIENCE_S = 120
+# Of the processor's time, so that a busy machine is not taken for a program that hangs; and by the
+# clock for one that sleeps.
+PATIENCE_CPU_S = 60
+PATIENCE_S = 1800
 
 
 class Build:
@@ -51,13 +55,17 @@ class Ended:
 
     def fault(self):
         """What no run may end with; empty if it has not."""
-        if self.status is None:
+        if self.status in (None, -signal.SIGXCPU):
             return "hangs"
         if self.status == SANITIZER_STATUS:
             return "sanitizer: " + next((l for l in self.err if "ERROR" in l or "error:" in l), "?")
         if self.status not in (0, 1):
             return f"ends with {self.status}"
         return ""
+
+
+def limit_time():
+    resource.setrlimit(resource.RLIMIT_CPU, (PATIENCE_CPU_S, PATIENCE_CPU_S + 5))
 
 
 def play(build, folder, home, *arguments, environment=None, **stage):
@@ -72,7 +80,8 @@ def play(build, folder, home, *arguments, environment=None, **stage):
         **{"BRINDLE_" + name.upper(): str(value) for name, value in stage.items()}}
     with subprocess.Popen([build.program, *arguments], cwd=folder, env=environment, text=True,
                           errors="replace", stdout=subprocess.PIPE,
-                          stderr=subprocess.PIPE) as process:
+                          stderr=subprocess.PIPE,
+                          preexec_fn=limit_time) as process:  # pylint: disable=subprocess-popen-preexec-fn
         try:
             out, err = process.communicate(timeout=PATIENCE_S)
         except subprocess.TimeoutExpired:
