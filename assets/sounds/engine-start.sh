@@ -97,4 +97,4 @@ sox -V1 cough-out.wav rise-out.wav fall-out.wav idle-out.wav -e float -b 32 engi
 effect engine engine1 pad $crank
 effect bang bang1 pad $crank
 layers both starter1 2.06 engine1 1.0 bang1 1.6
-publish both -26 equalizer 2600 1q 2 fade t 0 2.3 0.5
+publish both -26.7 equalizer 2600 1q 2 fade t 0 2.3 0.5

@@ -52,7 +52,7 @@ constexpr WantedSound CROWD{"sounds/tallycraft-crowd-cheering-314920.mp3", 8.0, 
 
 constexpr std::array<WantedSound, 5> SOUNDS{{
     {"sounds/hollowreed-car-door-shut-297266.mp3", 0.3, 0.6, -27.5, 1.0},
-    {"sounds/emberworks-car-engine-372477.mp3", 1.5, 3.0, -26, 0.8},
+    {"sounds/emberworks-car-engine-372477.mp3", 1.5, 3.0, -26.7, 0.8},
     {"sounds/openclip_circle-goodresult-82807.mp3", 1.0, 1.8, -23.6, 0.6},
     CROWD,
     {"sounds/brightfold-exhilarating-electro-153282.mp3", 10.0, 15.5, -28.3, 1.0},
