@@ -45,7 +45,8 @@ void keep_record(ReportContext& report, Player& player, RaceEvent& lap) {
         record_best_lap(player.name, report.track_slot, lap.time_ms / 1000.0, file, &reason);
     if (!reason.empty()) report.trouble = printed(texts::RECORD_LOST, reason.c_str());
     player.view.lap_overlay_record = lap.record = rank;
-    if (rank == 0 || !lap.has_ghost) return;
+    // The old ghost may be that of a faster lap, if nobody knows.
+    if (rank == 0 || !lap.has_ghost || reason == TABLE_UNREADABLE) return;
     errno = 0;
     if (!save_ghost_trace(pref_path(file.c_str()), player.best_trace, player.best_trace_substeps)) {
         report.trouble = printed(texts::GHOST_LOST, failure_reason().c_str());

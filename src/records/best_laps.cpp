@@ -157,7 +157,7 @@ int record_best_lap(std::string const& name, int slot, double seconds,
         if (!save_best_lap_table(table)) reason = failure_reason();
     } else {
         report_unwritable();
-        reason = "the old table cannot be read";
+        reason = TABLE_UNREADABLE;
     }
     if (trouble != nullptr) *trouble = reason;
     return rank;

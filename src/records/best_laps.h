@@ -60,6 +60,9 @@ bool load_best_lap_table(BestLapTable& table);
 // so on standard error.
 bool save_best_lap_table(BestLapTable const& table);
 
+// Where the table is there but cannot be read to its end.
+inline constexpr char const* TABLE_UNREADABLE = "the old table cannot be read";
+
 // Offers a lap to the table. 0 nothing changed, 1 a personal best, 2 a lap record: faster than
 // everybody on that slot, an equal time of another player denies it. The rank stands even if the
 // table cannot be saved; `trouble`, if given, receives the reason then. Needs a name and a slot of

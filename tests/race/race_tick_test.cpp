@@ -152,6 +152,10 @@ TEST_F(RaceTick, BestLapsGoToTheTableWithTheirGhost) {
     BestLapTable table;
     ASSERT_TRUE(load_best_lap_table(table));
     EXPECT_EQ(table["Ada L"][3].seconds, 10.0);
+
+    std::filesystem::remove(pref_path("best_lap_times.txt"));
+    std::filesystem::create_directory(pref_path("best_lap_times.txt")); // nobody can read it
+    EXPECT_EQ(lap(red, 7000, false, 3), "P1 lap 5: 7.000 s  (best)\n") << "and the ghost stays";
 }
 
 TEST_F(RaceTick, TheFirstToFinishWinsAndTheOtherFinishesAtItsNextLap) {

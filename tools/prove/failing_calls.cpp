@@ -22,6 +22,8 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <set>
+#include <string>
 #include <sys/uio.h>
 #include <unistd.h>
 
@@ -38,6 +40,12 @@ struct Ledger {
 };
 Ledger ledger;
 
+// What the screen said, for who looks for a word about a loss there.
+std::set<std::string>& shown_texts() {
+    static std::set<std::string> texts;
+    return texts;
+}
+
 void tell_calls() {
     Backstage const backstage;
     char const* const path = std::getenv("BRINDLE_CALLS");
@@ -46,7 +54,13 @@ void tell_calls() {
     for (std::size_t i = 0; i < NAMES.size(); ++i) {
         std::fprintf(file, "%s %ld\n", NAMES.at(i), ledger.calls.at(i).load());
     }
+    for (std::string const& text : shown_texts()) std::fprintf(file, "shown %s\n", text.c_str());
     std::fclose(file);
+}
+
+void note_shown(char const* text) {
+    Backstage const backstage;
+    if (ledger.counting && std::strstr(text, " not saved: ") != nullptr) shown_texts().insert(text);
 }
 
 // A stream's own sign that an operation on it has failed.
@@ -99,6 +113,7 @@ void start_counting_calls() {
     for (std::size_t i = 0; i < NAMES.size(); ++i) {
         if (std::strcmp(NAMES.at(i), kind.data()) == 0) ledger.kind = static_cast<int>(i);
     }
+    shown_texts(); // outlives what is told at the end
     std::atexit(tell_calls);
     ledger.counting = true;
 }
@@ -198,6 +213,7 @@ SDL_Surface* IMG_Load(char const* path) {
     return sdl_call<decltype(IMG_Load)>(Kind::surface, "IMG_Load", path);
 }
 SDL_Surface* TTF_RenderUTF8_Blended(TTF_Font* font, char const* text, SDL_Color color) {
+    note_shown(text);
     return sdl_call<decltype(TTF_RenderUTF8_Blended)>(Kind::surface, "TTF_RenderUTF8_Blended", font,
                                                       text, color);
 }

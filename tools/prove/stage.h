@@ -8,7 +8,8 @@
 //   BRINDLE_MONKEY="SEED FRAMES" presses whatever it finds, then closes the window
 //   BRINDLE_FAIL="KIND K"        the K-th call of KIND fails, see failing_calls.h
 //   BRINDLE_STOP=1               a debugger gets to see that call
-//   BRINDLE_CALLS=FILE           at the end the file tells how often each kind was called
+//   BRINDLE_CALLS=FILE           at the end the file tells how often each kind was called, and what
+//                                the screen said was not saved
 //   BRINDLE_SIZE="W H"           the window's size, whatever the program asks for
 
 #include <SDL.h>
