@@ -179,15 +179,18 @@ ResultRow result_row(RaceNotices const& notices, Simulation const& sim, Player c
 
 } // namespace
 
-void start_notices(RaceNotices& notices, Simulation const& sim, std::uint32_t now) {
+void start_notices(RaceNotices& notices, std::uint32_t now) {
     notices.start_tick = now;
-    notices.starts = {Vec2{sim.p1.car.x, sim.p1.car.y}, Vec2{sim.p2.car.x, sim.p2.car.y}};
     notices.count = -1;
     notices.results = {};
     for (GhostGap& gap : notices.gaps) {
         start_gap(gap);
         gap.split_quarter = 0;
     }
+}
+
+void note_starts(RaceNotices& notices, Simulation const& sim) {
+    notices.starts = {Vec2{sim.p1.car.x, sim.p1.car.y}, Vec2{sim.p2.car.x, sim.p2.car.y}};
 }
 
 void note_events(RaceNotices& notices, Simulation const& sim, RaceEvents const& events,

@@ -27,13 +27,15 @@ struct RaceNotices {
     std::uint32_t start_tick = 0;      // when the race was put to its start
     int count = -1;                    // the last beep of the countdown, -1 before the first
     std::uint32_t count_tick = 0;      // of the frame that sounded it
-    std::array<Vec2, 2> starts;        // where the cars stood then, cells: red, blue
+    std::array<Vec2, 2> starts;        // where the cars stood at the start, cells: red, blue
     std::array<RaceResult, 2> results; // red, blue
     std::array<GhostGap, 2> gaps;
 };
 
 // The race is at its start again.
-void start_notices(RaceNotices& notices, Simulation const& sim, std::uint32_t now);
+void start_notices(RaceNotices& notices, std::uint32_t now);
+// The cars stand at their start, before or after that.
+void note_starts(RaceNotices& notices, Simulation const& sim);
 // What has just been reported.
 void note_events(RaceNotices& notices, Simulation const& sim, RaceEvents const& events,
                  std::uint32_t now);

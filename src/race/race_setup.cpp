@@ -302,6 +302,7 @@ void GameLoop::apply_viewports() {
 
 void GameLoop::reset_players() {
     line_up_players(sim, track);
+    note_starts(notices, sim);
     load_saved_ghost(sim.p1, track_slot);
     load_saved_ghost(sim.p2, track_slot);
 }
@@ -325,7 +326,7 @@ void GameLoop::restart_race(bool clear, bool keep_music) {
     expect_music();
     // Only now: loading a song may have taken a while, and the beeps start from this moment.
     if (!sim.practice) start_countdown(sim.countdown, SDL_GetTicks());
-    start_notices(notices, sim, SDL_GetTicks());
+    start_notices(notices, SDL_GetTicks());
 }
 
 void GameLoop::enter_game_over(std::uint32_t now) {

@@ -6,8 +6,8 @@ import unittest
 from robot import Game, menu_of, near, winner
 from tracks import png, ring
 
-COUNTS = ((270, 100, 100, 90), (910, 100, 100, 90))
-TOAST, RESULT = (340, 190, 600, 52), (300, 415, 680, 190)
+COUNTS = ((270, 350, 100, 90), (910, 350, 100, 90))  # below the cars, which start high up there
+TOAST, RESULT = (340, 190, 600, 52), (300, 480, 680, 125)
 GAME_OVER = (395, 262, 495, 84)
 HINT = (450, 392, 380, 22)
 GREEN = (60, 250, 60)

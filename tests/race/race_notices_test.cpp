@@ -15,7 +15,7 @@ struct Notices : testing::Test {
         sim.laps = 3;
         sim.p1.view.viewport = {0, 0, 640, 720};
         sim.p2.view.viewport = {640, 0, 640, 720};
-        start_notices(notices, sim, 1000);
+        start_notices(notices, 1000);
     }
 
     // How many pixels of red's view and of blue's say something.
@@ -66,7 +66,7 @@ TEST_F(Notices, CountWithTheBeeps) {
     }
     EXPECT_GT(ink(4880).first, 0);
     EXPECT_EQ(ink(4900), Ink(0, 0));
-    start_notices(notices, sim, 9000);
+    start_notices(notices, 9000);
     EXPECT_EQ(ink(9000), Ink(0, 0)) << "a new start has not beeped yet";
 }
 
@@ -77,7 +77,7 @@ TEST_F(Notices, CountWhereTheyHideNoCar) {
     for (double const y : {8.0, 20.0, 75.0, 142.0}) { // the camera stops at the edges
         sim.p1.car = car_at(50.0, y - 0.5);
         sim.p2.car = car_at(50.0, y + 0.5);
-        start_notices(notices, sim, 1000);
+        note_starts(notices, sim);
         tell({.kind = RaceEventKind::CountdownBeep, .number = 3}, 1000);
         EXPECT_GT(ink(1000).first, 2000);
         int const at = static_cast<int>(y < 20.5 ? y * 18 : y > 130 ? 720 - (150 - y) * 18 : 360);
@@ -115,7 +115,7 @@ TEST_F(Notices, ResultTellsTimesLapsAndRecords) {
                                                    {1, Kind::Finished, "2 laps"},
                                                    {1, Kind::OutOfTime, texts::TOO_LATE},
                                                    {1, Kind::WrongWay, texts::STOPPED}}) {
-        start_notices(notices, sim, 1000);
+        start_notices(notices, 1000);
         sim.p1.name = "Zoe";
         sim.winner = 1;
         sim.p1.view.laps_done = 3;
