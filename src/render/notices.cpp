@@ -137,12 +137,12 @@ ResultColumns columns_of(Fonts const& fonts, ResultTable const& result) {
 
 // What draws the pieces of the result.
 struct Table {
-    SDL_Renderer* renderer;
+    SDL_Renderer* renderer = nullptr;
     Fonts const& fonts;
     ResultColumns columns;
-    int x;
-    int y;
-    std::uint8_t alpha;
+    int x = 0;
+    int y = 0;
+    std::uint8_t alpha = 0;
 
     [[nodiscard]] SDL_Color faded(SDL_Color color) const {
         color.a = static_cast<std::uint8_t>(color.a * alpha / 255);

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::size_t CORNER_POINTS = 9;
+constexpr std::size_t CORNER_POINTS = 5; // off the arc by 2 % of its radius
 constexpr std::size_t OUTLINE_POINTS = 4 * CORNER_POINTS;
 constexpr float RIM_WIDTH = 1.0F; // logical pixels
 
