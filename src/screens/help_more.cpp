@@ -82,7 +82,7 @@ int write(Sheet const& sheet, FontHandle const& font, std::string const& text, i
 int off_the_middle(TTF_Font* font, char sign) {
     int low = 0;
     int high = 0;
-    auto const code = static_cast<Uint16>(sign);
+    Uint16 const code = static_cast<unsigned char>(sign);
     if (TTF_GlyphMetrics(font, code, nullptr, nullptr, &low, &high, nullptr) != 0) return 0;
     return TTF_FontAscent(font) - (low + high) / 2 - TTF_FontHeight(font) / 2;
 }
