@@ -30,10 +30,11 @@ constexpr char const* PICTURE_FAILED = "The picture of %s failed to load";
 constexpr char const* NO_TRACKS =
     "No track has a picture here. Tracks belong into this folder, as 1_Name.trk and 1_Name.png:";
 
-// The ghost's times, in seconds: ahead is less. The minus is as wide as the plus.
+// The ghost's times, in seconds: ahead is less. A split is as exact as a lap. The minus is as wide
+// as the plus.
 constexpr char const* GHOST_GAP = "%s%.2f";
-constexpr char const* GHOST_SPLIT = "%d/4  %s%.2f";
-constexpr char const* WIDEST_SPLIT = "4/4  +00.00";
+constexpr char const* GHOST_SPLIT = "%d/4  %s%.3f";
+constexpr char const* WIDEST_SPLIT = "4/4  +00.000";
 constexpr char const* LESS = "\u2212";
 constexpr char const* MORE = "+";
 

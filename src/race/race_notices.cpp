@@ -139,8 +139,9 @@ void draw_gap(NoticePicture const& p, Player const& player) {
     SDL_Rect const& rect = player.view.viewport;
     bool const split = gap.split_quarter != 0 && p.now - gap.split_tick < SPLIT_SHOWS_MS;
     if (!split && !(gap.shows && follows_ghost(p.sim, player, gap))) return;
-    // Rounded here, so that a hundredth is not told as ahead while it reads as none.
-    double const seconds = std::round((split ? gap.split_ms : gap.gap_ms) / 10.0) / 100.0;
+    // Rounded here as it will read, so that what reads as none is not told as behind.
+    double const seconds =
+        split ? std::round(gap.split_ms) / 1000.0 : std::round(gap.gap_ms / 10.0) / 100.0;
     char const* const sign = seconds < 0.0 ? texts::LESS : texts::MORE;
     Text text{};
     if (split) {

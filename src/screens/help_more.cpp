@@ -17,11 +17,11 @@ namespace {
 
 constexpr SDL_Color TITLE{235, 240, 255, 255};
 constexpr SDL_Color TEXT{210, 210, 230, 255};
-constexpr SDL_Color LETTERING{205, 220, 248, 255};
+constexpr SDL_Color CAP_LETTERING{205, 220, 248, 255};
 constexpr SDL_Color GOLD{255, 215, 80, 255};
 constexpr SDL_Color FAINT{150, 165, 195, 255};
 constexpr SDL_Color PANEL{12, 20, 50, 255};
-constexpr SDL_Color RIM{58, 78, 128, 255};
+constexpr SDL_Color PANEL_RIM{58, 78, 128, 255};
 constexpr std::array<char const*, 4> CONTROL_WORDS{"turn left", "turn right", "accelerate",
                                                    "handbrake"};
 
@@ -92,7 +92,7 @@ int draw_cap(Sheet const& sheet, std::string const& text, int x, int y, bool rou
     // Signs that are no more than a dot or a stroke are drawn larger.
     bool const sign = text.size() == 1 && std::ispunct(static_cast<unsigned char>(text[0])) != 0;
     FontHandle const& font = sign ? sheet.heading : sheet.text;
-    RenderedText const label = render_text(sheet.renderer, font.get(), text.c_str(), LETTERING);
+    RenderedText const label = render_text(sheet.renderer, font.get(), text.c_str(), CAP_LETTERING);
     int const h = sheet.px(CAP_H);
     int const w = round ? h : std::max(h, label.w + sheet.px(14));
     SDL_Rect const cap = draw_key_cap(sheet.renderer, {x, y - h / 2, w, h},
@@ -119,7 +119,7 @@ struct Pen {
 
 Pen open_panel(Sheet const& sheet, SDL_Rect const& design, int tab) {
     SDL_Rect const panel = sheet.place(design);
-    draw_plate(sheet.renderer, panel, {static_cast<float>(sheet.px(12)), PANEL, RIM});
+    draw_plate(sheet.renderer, panel, {static_cast<float>(sheet.px(12)), PANEL, PANEL_RIM});
     return {sheet, panel, panel.y + sheet.px(ROW_H), sheet.px(tab)};
 }
 
@@ -127,7 +127,7 @@ void heading(Pen& pen, char const* text, SDL_Color color = TITLE) {
     write(pen.sheet, pen.sheet.heading, text, pen.left(), pen.y, color);
     SDL_Rect const line{pen.left(), pen.y + pen.sheet.px(17), pen.right() - pen.left(),
                         std::max(1, pen.sheet.px(1))};
-    SDL_SetRenderDrawColor(pen.sheet.renderer, RIM.r, RIM.g, RIM.b, RIM.a);
+    SDL_SetRenderDrawColor(pen.sheet.renderer, PANEL_RIM.r, PANEL_RIM.g, PANEL_RIM.b, PANEL_RIM.a);
     SDL_RenderFillRect(pen.sheet.renderer, &line);
     pen.next(HEADING_H);
 }
