@@ -60,7 +60,7 @@ def memory(build):
         ended = play(build, folder, home, "-menu", script=rounds)
     kib = [int(line.split()[1]) for line in ended.out if line.startswith("memory:")]
     grown = kib[1] - kib[0] if len(kib) == 2 else None
-    print(f"memory: {kib} KiB after 5 and 50 rounds; {ended.fault() or 'ended well'}")
+    print(f"{kib} KiB after 5 and 50 rounds; {ended.fault() or 'ended well'}")
     return not ended.fault() and grown is not None and grown <= MOST_GROWTH_KIB
 
 
