@@ -8,7 +8,10 @@
 
 // What the ground under a car does to it.
 struct SurfaceEffect {
-    double resist = 0.0; // share of the velocity lost in this tick, 0 for none
+    // Share of the velocity lost in this tick, 0 for none. With grip each tick makes the velocity
+    // anew, so that the car is slower by that share; a skid keeps its velocity and loses the share
+    // again in every tick: what is little with grip stops a slide soon.
+    double resist = 0.0;
 };
 
 // The tuning, read anew at every step: a change takes effect with the next tick.

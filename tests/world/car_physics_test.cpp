@@ -108,6 +108,12 @@ TEST(CarPhysics, SurfaceTakesDistanceButNotThrottleAndHeadingWraps) {
     drive(held, GAS, 1, 1.5);
     EXPECT_EQ(held.speed, 0.0);
 
+    CarState free_slide{.speed = 0.3, .skidding = true};
+    CarState held_slide = free_slide;
+    drive(free_slide, {}, 100);
+    drive(held_slide, {}, 100, 0.0012);
+    EXPECT_NEAR(held_slide.speed, free_slide.speed * std::pow(1.0 - 0.0012, 100), 1e-12);
+
     CarState turning = rolling(0.3);
     turning.heading = std::numbers::pi - 0.001;
     drive(turning, {.right = true}, 1);

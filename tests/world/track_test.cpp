@@ -48,8 +48,8 @@ TEST(Track, SurfaceFollowsTheCellUnderTheCar) {
     Track const track = track_from_rows({"*!.g", "rwbx"});
     for (auto const& [x, y, resist, rumble] : {std::tuple{0.5, 0.5, 0.0, 0.0F},
                                                {3.9, 0.9, 0.0, 1.0F},
-                                               {0.5, 1.0, SIM_RW_RESIST, 0.6F},
-                                               {1.5, 1.5, SIM_RW_RESIST, 0.6F},
+                                               {0.5, 1.0, 0.0012, 0.6F},
+                                               {1.5, 1.5, 0.0012, 0.6F},
                                                {2.5, 1.5, 0.0, 0.0F},
                                                {3.5, 1.5, 0.0, 0.0F},
                                                {-0.5, 0.5, 0.0, 0.0F}, // still column 0
