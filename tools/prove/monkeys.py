@@ -46,7 +46,7 @@ def let_loose(build, seconds, seed):
             seed += 1
             if time.monotonic() >= deadline:
                 break
-    print(f"monkeys: {seed - first} from seed {first}, {FRAMES} frames each: all well; they raced "
+    print(f"{seed - first} from seed {first}, {FRAMES} frames each: all well; they raced "
           f"{sum(n for line, n in seen.items() if 'finished the race' in line)} times to the end, "
           f"drove {sum(n for line, n in seen.items() if ' lap N' in line)} laps")
     return True
