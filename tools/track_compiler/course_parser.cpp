@@ -43,8 +43,9 @@ struct Reader {
     bool good = true;
 
     void complain(std::string_view cause) {
-        if (good)
+        if (good) {
             faults.push_back({data.number, std::string(data.words[0]).append(": ").append(cause)});
+        }
         good = false;
     }
     [[nodiscard]] bool at_end() const { return next >= data.words.size(); }
