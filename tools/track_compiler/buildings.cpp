@@ -132,12 +132,13 @@ Dab house(Theme const& theme, SceneryItem const& item, Spot const& spot) {
 }
 
 Dab shed(Theme const& theme, Spot const& spot) {
+    constexpr Colour RUST{0.50F, 0.29F, 0.18F};
     double const facing = spot.y > 0.0 ? spot.light : -spot.light;
     double const rib = on_lines(spot.x, 3.0, 0.9) ? -0.05 : 0.05;
     Colour const metal = mix(theme.wall, theme.stone, 0.5);
     Colour colour = shade(metal, 0.88 + 0.2 * facing + rib);
     double const rust = clouds().at({spot.x, spot.y}, 40.0);
-    colour = mix(colour, shade(theme.roof, 0.9), 0.8 * smoothstep(0.56, 0.7, rust));
+    colour = mix(colour, RUST, 0.6 * smoothstep(0.56, 0.7, rust));
     colour = mix(colour, WHITE, 0.8 * theme.snow);
     if (std::fabs(spot.y) < 0.7) colour = mix(colour, WHITE, 0.4);
     if (spot.outside > -1.0) colour = shade(colour, 0.6);
