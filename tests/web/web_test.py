@@ -102,12 +102,12 @@ class WebTest(unittest.TestCase):
             "return Boolean(page.shelf.fetched.get('tracks/1_Field.png'))"))
 
     def drive_lap(self, page):
-        """A lap in a circle, by the keys of red; its time."""
+        """A lap in a circle, by the keys of red; its time. In a race: the circle leads over the line
+        however slow the browser is, for both keys are down when the car starts."""
         self.to_menu(page)
+        page.keys("r")
         self.start_race(page)
-        page.keys("+f")
-        page.wait_for_line("^P1 flying start: clock running$")
-        page.keys("+x")
+        page.keys("+f", "+x")
         seconds = page.wait_for_line(r"^P1 lap 1: (\d+\.\d{3}) s {2}\(best\)$")[1]
         page.keys("-x", "-f")
         page.wait("the record to be kept", lambda: page.run(
