@@ -143,9 +143,11 @@ bool is_race_key(SDL_Scancode key) {
 
 using KeyNames = std::unordered_map<std::string, SDL_Scancode>;
 
-// SDL's names in lower case, and words for what the file cannot hold as a sign.
+// SDL's names in lower case, words for what the file cannot hold as a sign, and the help page's
+// name for Return.
 KeyNames name_keys() {
-    KeyNames names{{"comma", SDL_SCANCODE_COMMA},
+    KeyNames names{{"enter", SDL_SCANCODE_RETURN},
+                   {"comma", SDL_SCANCODE_COMMA},
                    {"semicolon", SDL_SCANCODE_SEMICOLON},
                    {"hash", SDL_SCANCODE_NONUSHASH}};
     for (int code = 1; code < SDL_NUM_SCANCODES; ++code) {

@@ -87,6 +87,18 @@ int off_the_middle(TTF_Font* font, char sign) {
     return TTF_FontAscent(font) - (low + high) / 2 - TTF_FontHeight(font) / 2;
 }
 
+// As the buttons of most pads are told apart, muted to go with the page.
+SDL_Color button_tint(std::string const& button) {
+    if (button == "A") return {52, 104, 72, 255};
+    if (button == "B") return {128, 58, 64, 255};
+    return button == "X" ? SDL_Color{50, 84, 146, 255} : SDL_Color{122, 102, 46, 255};
+}
+
+// A key's name as the keyboard of the first page has it.
+std::string page_key_name(SDL_Scancode key) {
+    return key == SDL_SCANCODE_RETURN ? "Enter" : printed_key(key);
+}
+
 // A key or a button with its lettering, its left edge at `x`; returns its right edge.
 int draw_cap(Sheet const& sheet, std::string const& text, int x, int y, bool round = false) {
     // Signs that are no more than a dot or a stroke are drawn larger.
@@ -97,6 +109,7 @@ int draw_cap(Sheet const& sheet, std::string const& text, int x, int y, bool rou
     int const w = round ? h : std::max(h, label.w + sheet.px(14));
     SDL_Rect const cap = draw_key_cap(sheet.renderer, {x, y - h / 2, w, h},
                                       std::max(1, sheet.px(1)), round ? h / 2 : sheet.px(5));
+    if (round) fill_rrect(sheet.renderer, cap, cap.h / 2, button_tint(text));
     // A dot or a stroke at half its height over the line, or below it.
     int const down = sign && font ? off_the_middle(font.get(), text[0]) / 2 : 0;
     draw_page_text(sheet.renderer, label, cap.x + (cap.w - label.w) / 2,
@@ -213,7 +226,7 @@ void keys_row(Pen& pen, char const* control, std::vector<SDL_Scancode> const& ke
     write(pen.sheet, pen.sheet.text, control, pen.left(), pen.y, TEXT);
     int x = pen.second();
     for (SDL_Scancode const key : keys) {
-        std::string const label = printed_key(key);
+        std::string const label = page_key_name(key);
         int w = 0;
         TTF_SizeUTF8(pen.sheet.text.get(), label.c_str(), &w, nullptr);
         if (x + w + pen.sheet.px(14) > pen.right()) break;
@@ -234,6 +247,17 @@ void write_keys(Pen& pen, HelpFacts const& facts) {
     }
 }
 
+void write_own_keys(Pen& pen) {
+    Sheet const& sheet = pen.sheet;
+    int const blank = sheet.px(CAP_GAP);
+    int x = write(sheet, sheet.text,
+                  "Keys of your own: a section of input.conf beside the game, [red] or [blue], "
+                  "with lines like",
+                  pen.left(), pen.y, FAINT);
+    x = draw_cap(sheet, "left = A, Left", x + blank, pen.y);
+    write(sheet, sheet.text, "and right, accelerate, brake.", x + blank, pen.y, FAINT);
+}
+
 } // namespace
 
 void draw_help_more(SDL_Renderer* renderer, int ow, int oh, HelpFacts const& facts) {
@@ -245,9 +269,7 @@ void draw_help_more(SDL_Renderer* renderer, int ow, int oh, HelpFacts const& fac
     write_keys(keys, facts);
     Pen foot = open_panel(sheet, FOOT_PANEL, 0);
     foot.y = foot.panel.y + foot.panel.h / 2;
-    note(foot,
-         "Keys of your own: a section of input.conf beside the game, [red] or [blue], with lines "
-         "like  left = A, Left  and right, accelerate, brake.");
+    write_own_keys(foot);
     draw_page_turn(renderer, ow, oh, 2);
 }
 

@@ -91,6 +91,7 @@ struct OwnKeys {
 constexpr std::array OWN_KEYS{
     OwnKeys{"", 0, Control::Left, "Z ", ""},
     OwnKeys{"[red]\nleft = a , Keypad 5\n", 0, Control::Left, "A Keypad 5 ", ""},
+    OwnKeys{"[blue]\nleft = Enter\naccelerate = B\n", 1, Control::Left, "Return ", ""},
     OwnKeys{"[red]\nleft = A\n", 0, Control::Right, "X ", ""},
     OwnKeys{"[red]\nleft = X\nright = Z\n", 0, Control::Left, "X ", ""}, // changed places
     OwnKeys{"[blue]\nbrake=Semicolon,Comma\nleft=U\n", 1, Control::Brake, "; , ", ""},
