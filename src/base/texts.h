@@ -9,7 +9,9 @@ namespace texts {
 constexpr std::array<char const*, 4> COUNTDOWN{"3", "2", "1", "GO!"};
 constexpr char const* WRONG_WAY = "WRONG WAY";
 constexpr char const* OUT_OF_TIME = "OUT OF TIME";
-constexpr char const* SECONDS_LEFT = "%u s left"; // for the second car, once the first is home
+// For the second car, once the first is home. The face's blank is narrow, and between two tall
+// letters the outline fills what there is of it.
+constexpr char const* SECONDS_LEFT = "%u s  left";
 
 // The result at game over.
 inline constexpr char const* COMPUTER = "Computer";         // in place of a name

@@ -199,6 +199,7 @@ void GameLoop::frame() {
     finish_seq_update(sim.finish_seq, audio, t2);
     feed_engine_sounds(*this);
     update_gaps(notices, sim, picture.red, picture.blue, alpha, t2);
+    place_warnings(notices, fonts, sim, picture.red, picture.blue, t2);
     feel_race(rumble, sim, pads, {ai_red, ai_blue}, t2);
     draw_race(*this, picture);
     present_frame(renderer);

@@ -83,18 +83,22 @@ std::string display_name(Player const& player) {
     return player.name.substr(0, end);
 }
 
-// The cars as they stood at the start in a player's view, also once they drive: what is told then
-// stays where it is.
-StandingCars standing_cars(NoticePicture const& p, Player const& player) {
-    StandingCars cars;
-    if (p.sim.track == nullptr) return cars;
-    Vec2 const eye = p.notices.starts.at(index_of(player));
+// Where a player's view shows cars at `places`, in cells, while its camera looks at `eye`.
+ShownCars cars_in_view(Simulation const& sim, Player const& player, Vec2 eye,
+                       std::array<Vec2, 2> const& places) {
+    ShownCars cars;
+    if (sim.track == nullptr) return cars;
     for (std::size_t i = 0; i < cars.at.size(); ++i) {
-        cars.at.at(i) =
-            point_in_view(player.view.viewport, *p.sim.track, eye, p.notices.starts.at(i));
+        cars.at.at(i) = point_in_view(player.view.viewport, *sim.track, eye, places.at(i));
     }
     cars.reach = CAR_HALF_LENGTH * CAR_MAGNIFIER * zoom_factor();
     return cars;
+}
+
+// The cars as they stood at the start, also once they drive: what is told then stays where it is.
+ShownCars standing_cars(NoticePicture const& p, Player const& player) {
+    std::array<Vec2, 2> const& starts = p.notices.starts;
+    return cars_in_view(p.sim, player, starts.at(index_of(player)), starts);
 }
 
 void draw_countdown(NoticePicture const& p, Player const& player) {
@@ -114,19 +118,32 @@ void draw_name(NoticePicture const& p, Player const& player) {
                 display_name(player).c_str(), NAME_COLORS.at(index_of(player)), alpha);
 }
 
-void draw_warnings(NoticePicture const& p, Player const& player) {
-    SDL_Rect const& rect = player.view.viewport;
-    if (p.notices.results.at(index_of(player)).out_of_time) {
-        render_warning(p.renderer, rect, p.fonts, texts::OUT_OF_TIME);
-    }
-    if (player.view.finished_ms != 0) return;
-    if (player.wrong_way) render_warning(p.renderer, rect, p.fonts, texts::WRONG_WAY);
-    if (p.sim.first_finish_tick == 0) return;
-    std::uint32_t const used = std::min(p.now - p.sim.first_finish_tick, OUT_OF_TIME_MS);
+// What a player is warned of, if anything.
+char const* warning_for(RaceNotices const& notices, Player const& player) {
+    if (notices.results.at(index_of(player)).out_of_time) return texts::OUT_OF_TIME;
+    return player.wrong_way && player.view.finished_ms == 0 ? texts::WRONG_WAY : nullptr;
+}
+
+bool runs_out_of_time(Simulation const& sim, Player const& player) {
+    return sim.first_finish_tick != 0 && player.view.finished_ms == 0;
+}
+
+Text time_left_text(Simulation const& sim, std::uint32_t now) {
+    std::uint32_t const used = std::min(now - sim.first_finish_tick, OUT_OF_TIME_MS);
     Text text{};
     std::snprintf(text.data(), text.size(), texts::SECONDS_LEFT,
                   (OUT_OF_TIME_MS - used + 999) / 1000);
-    render_time_left(p.renderer, rect, p.fonts, text.data());
+    return text;
+}
+
+void draw_warnings(NoticePicture const& p, Player const& player) {
+    SDL_Rect const& rect = player.view.viewport;
+    WarningPlaces const& places = p.notices.places.at(index_of(player));
+    char const* const wrong = warning_for(p.notices, player);
+    if (wrong != nullptr) render_warning(p.renderer, rect, p.fonts, wrong, places.wrong);
+    if (!runs_out_of_time(p.sim, player)) return;
+    render_time_left(p.renderer, rect, p.fonts, time_left_text(p.sim, p.now).data(),
+                     places.time_left);
 }
 
 bool follows_ghost(Simulation const& sim, Player const& player, GhostGap const& gap) {
@@ -217,6 +234,28 @@ void update_gaps(RaceNotices& notices, Simulation const& sim, CarState const& re
     };
     update(notices.gaps[0], sim.p1, red);
     update(notices.gaps[1], sim.p2, blue);
+}
+
+void place_warnings(RaceNotices& notices, Fonts const& fonts, Simulation const& sim,
+                    CarState const& red, CarState const& blue, std::uint32_t now) {
+    for (Player const* player : {&sim.p1, &sim.p2}) {
+        PlayerView const& view = player->view;
+        WarningPlaces& places = notices.places.at(index_of(*player));
+        char const* const wrong = warning_for(notices, *player);
+        bool const runs_out = runs_out_of_time(sim, *player);
+        if (wrong == nullptr) places.wrong = 0.0;
+        if (!runs_out) places.time_left = 0.0;
+        bool const comes_up = wrong != nullptr && places.wrong == 0.0;
+        bool const begins = runs_out && places.time_left == 0.0;
+        if (!comes_up && !begins) continue;
+        ShownCars const cars = cars_in_view(sim, *player, {view.cam_x, view.cam_y},
+                                            {Vec2{red.x, red.y}, Vec2{blue.x, blue.y}});
+        if (comes_up) places.wrong = warning_place(view.viewport, fonts, cars, wrong);
+        if (begins) {
+            places.time_left =
+                time_left_place(view.viewport, fonts, cars, time_left_text(sim, now).data());
+        }
+    }
 }
 
 void draw_view_notices(NoticePicture const& picture, Player const& player, bool ghost_visible) {

@@ -22,6 +22,13 @@ struct RaceResult {
     int record = 0;                // the best that a lap of this race became: 1 personal, 2 of all
 };
 
+// Where a view's warnings stand, as shares of its height; 0 while there is none. They stay where
+// they came up, though the cars drive on: words that jump cannot be read.
+struct WarningPlaces {
+    double wrong = 0.0;
+    double time_left = 0.0;
+};
+
 // Ticks are SDL_GetTicks milliseconds.
 struct RaceNotices {
     std::uint32_t start_tick = 0;      // when the race was put to its start
@@ -30,6 +37,7 @@ struct RaceNotices {
     std::array<Vec2, 2> starts;        // where the cars stood at the start, cells: red, blue
     std::array<RaceResult, 2> results; // red, blue
     std::array<GhostGap, 2> gaps;
+    std::array<WarningPlaces, 2> places; // red's view, blue's
 };
 
 // The race is at its start again.
@@ -54,6 +62,9 @@ struct NoticePicture {
 // Once a frame, before drawing. The cars are those drawn, `alpha` of the way between two steps.
 void update_gaps(RaceNotices& notices, Simulation const& sim, CarState const& red,
                  CarState const& blue, double alpha, std::uint32_t now);
+// Once a frame, before drawing and once the cameras stand: finds room for warnings that come up.
+void place_warnings(RaceNotices& notices, Fonts const& fonts, Simulation const& sim,
+                    CarState const& red, CarState const& blue, std::uint32_t now);
 // All that one player's view says.
 void draw_view_notices(NoticePicture const& picture, Player const& player, bool ghost_visible);
 // Whose race it was, as the players read it.

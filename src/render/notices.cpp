@@ -23,8 +23,8 @@ constexpr SDL_Color RECORD{255, 220, 90, 255};
 // with a large zoom a car may stand in the way: then the next place is taken.
 constexpr std::array COUNTDOWN_Y{0.2, 0.55, 0.8};
 constexpr std::array NAME_Y{0.36, 0.68, 0.92};
-constexpr double WARNING_Y = 0.72;
-constexpr double TIME_LEFT_Y = 0.8;
+constexpr std::array WARNING_Y{0.72, 0.3, 0.88};
+constexpr std::array TIME_LEFT_Y{0.8, 0.38, 0.64};
 constexpr int GAP_Y = 34; // logical pixels from the view's top
 constexpr int GAP_H = 28;
 constexpr int GAP_MARGIN = 10;                           // of the plate behind the gap
@@ -54,7 +54,7 @@ void draw_line(SDL_Renderer* renderer, Fonts const& fonts, Line const& line, int
                      line.alpha, shadow(line.alpha));
 }
 
-bool hides(SDL_Rect const& box, StandingCars const& cars) {
+bool hides(SDL_Rect const& box, ShownCars const& cars) {
     return std::any_of(cars.at.begin(), cars.at.end(), [&](Vec2 car) {
         return car.x > box.x - cars.reach && car.x < box.x + box.w + cars.reach &&
                car.y > box.y - cars.reach && car.y < box.y + box.h + cars.reach;
@@ -63,7 +63,7 @@ bool hides(SDL_Rect const& box, StandingCars const& cars) {
 
 // The first of `shares` at which a text in the middle of `rect` hides no car.
 double clear_share(SDL_Rect const& rect, Fonts const& fonts, TTF_Font* font, char const* text,
-                   StandingCars const& cars, std::array<double, 3> const& shares) {
+                   ShownCars const& cars, std::array<double, 3> const& shares) {
     int w = 0;
     int h = 0;
     measure_text(font, text_scale(fonts), text, &w, &h);
@@ -191,7 +191,7 @@ void draw_result_plate(Table const& table, int half_width) {
 } // namespace
 
 void render_countdown(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
-                      StandingCars const& cars, char const* text, std::uint8_t alpha) {
+                      ShownCars const& cars, char const* text, std::uint8_t alpha) {
     int w = 0;
     int h = 0;
     if (!measure_text(fonts.winner, text_scale(fonts), text, &w, &h)) return;
@@ -204,19 +204,29 @@ void render_countdown(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const&
 }
 
 void render_name(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
-                 StandingCars const& cars, char const* text, SDL_Color color, std::uint8_t alpha) {
+                 ShownCars const& cars, char const* text, SDL_Color color, std::uint8_t alpha) {
     draw_centred(renderer, rect, fonts, {fonts.record, text, color, alpha},
                  clear_share(rect, fonts, fonts.record, text, cars, NAME_Y));
 }
 
+double warning_place(SDL_Rect const& rect, Fonts const& fonts, ShownCars const& cars,
+                     char const* text) {
+    return clear_share(rect, fonts, fonts.record, text, cars, WARNING_Y);
+}
+
+double time_left_place(SDL_Rect const& rect, Fonts const& fonts, ShownCars const& cars,
+                       char const* text) {
+    return clear_share(rect, fonts, fonts.record, text, cars, TIME_LEFT_Y);
+}
+
 void render_warning(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
-                    char const* text) {
-    draw_centred(renderer, rect, fonts, {fonts.record, text, WARNING, 255}, WARNING_Y);
+                    char const* text, double place) {
+    draw_centred(renderer, rect, fonts, {fonts.record, text, WARNING, 255}, place);
 }
 
 void render_time_left(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
-                      char const* text) {
-    draw_centred(renderer, rect, fonts, {fonts.record, text, TIME_LEFT, 255}, TIME_LEFT_Y);
+                      char const* text, double place) {
+    draw_centred(renderer, rect, fonts, {fonts.record, text, TIME_LEFT, 255}, place);
 }
 
 void render_ghost_gap(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
@@ -245,7 +255,10 @@ void render_result(SDL_Renderer* renderer, int width, int height, Fonts const& f
     table.centred(fonts.record, result.title, TITLE_Y, result.title_color);
     table.cell(fonts.hud_label, texts::TOTAL, TotalColumn, HEAD_Y, FAINT);
     table.cell(fonts.hud_label, texts::BEST_LAP, BestColumn, HEAD_Y, FAINT);
-    table.cell(fonts.hud_label, texts::GAP, GapColumn, HEAD_Y, FAINT);
+    // Without a gap its column says why.
+    if (result.rows[1].finished) {
+        table.cell(fonts.hud_label, texts::GAP, GapColumn, HEAD_Y, FAINT);
+    }
     table.bar(half_width + ROW_MARGIN, LINE_Y, 1, {150, 165, 195, 120});
     SDL_Color tint = result.title_color;
     tint.a = TINT_ALPHA;

@@ -14,24 +14,30 @@
 
 // `rect` is the player's viewport in logical pixels.
 
-// The cars at their start, in logical pixels: what is told meanwhile hides neither of them.
-struct StandingCars {
+// Where a view shows the cars, in logical pixels: what is told hides neither of them.
+struct ShownCars {
     std::array<Vec2, 2> at;
     double reach = 0.0; // half a car's length
 };
 
 // A number of the countdown, or its end.
 void render_countdown(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
-                      StandingCars const& cars, char const* text, std::uint8_t alpha);
+                      ShownCars const& cars, char const* text, std::uint8_t alpha);
 // Whose view this is.
 void render_name(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
-                 StandingCars const& cars, char const* text, SDL_Color color, std::uint8_t alpha);
-// What goes wrong, below the car.
+                 ShownCars const& cars, char const* text, SDL_Color color, std::uint8_t alpha);
+// Where a text stands clear of the cars, as a share of the view's height: what goes wrong, and how
+// much time is left. The two never meet.
+double warning_place(SDL_Rect const& rect, Fonts const& fonts, ShownCars const& cars,
+                     char const* text);
+double time_left_place(SDL_Rect const& rect, Fonts const& fonts, ShownCars const& cars,
+                       char const* text);
+// What goes wrong, at its place.
 void render_warning(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
-                    char const* text);
-// How much time is left, below that.
+                    char const* text, double place);
+// How much time is left, at its place.
 void render_time_left(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
-                      char const* text);
+                      char const* text, double place);
 // Ahead of the ghost or behind it, on a plate below the bar.
 void render_ghost_gap(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const& fonts,
                       char const* text, bool ahead);

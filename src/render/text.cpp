@@ -141,8 +141,12 @@ void draw_outlined(SDL_Renderer* renderer, TTF_Font* font, double scale, char co
     RenderedText const line = render_text(renderer, font, text, WHITE);
     if (!line.tex) return;
     SDL_Rect const place = {x, y, to_logical(line.w, scale), to_logical(line.h, scale)};
-    draw_backing(renderer, line.tex.get(), place, WORD_OUTLINE, alpha);
+    // The outline's copies add up to far more than one: at `alpha` they would turn a fading word
+    // black before it goes.
+    int const faint = alpha * alpha * alpha / (255 * 255);
+    draw_backing(renderer, line.tex.get(), place, WORD_OUTLINE, static_cast<std::uint8_t>(faint));
     SDL_SetTextureColorMod(line.tex.get(), color.r, color.g, color.b);
+    SDL_SetTextureAlphaMod(line.tex.get(), alpha);
     copy_at(renderer, line.tex.get(), place, 0, 0);
 }
 

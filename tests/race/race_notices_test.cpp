@@ -4,6 +4,7 @@
 #include "render/scene.h"
 #include "support/canvas.h"
 
+#include <algorithm>
 #include <tuple>
 
 namespace {
@@ -21,6 +22,7 @@ struct Notices : testing::Test {
     // How many pixels of red's view and of blue's say something.
     std::pair<int, int> ink(std::uint32_t now) {
         canvas.clear(GREEN);
+        place_warnings(notices, mono.fonts, sim, sim.p1.car, sim.p2.car, now);
         NoticePicture const picture{canvas.renderer(), mono.fonts, notices, sim, now};
         draw_view_notices(picture, sim.p1, true);
         draw_view_notices(picture, sim.p2, true);
@@ -29,6 +31,14 @@ struct Notices : testing::Test {
     }
     void tell(RaceEvent const& event, std::uint32_t now) {
         note_events(notices, sim, {event}, now);
+    }
+
+    // The ink of the heads of the result's columns.
+    int count_heads(ResultTable const& table) {
+        canvas.clear(BLACK);
+        SDL_Rect const heads{0, 360 + 132, 1280, 18};
+        render_result(canvas.renderer(), 1280, 720, mono.fonts, table, 1.0F);
+        return canvas.count_other(heads, {3, 4, 10, 255}, 12);
     }
 
     static constexpr SDL_Color GREEN{60, 120, 50, 255};
@@ -83,6 +93,50 @@ TEST_F(Notices, CountWhereTheyHideNoCar) {
         int const at = static_cast<int>(y < 20.5 ? y * 18 : y > 130 ? 720 - (150 - y) * 18 : 360);
         EXPECT_EQ(canvas.count_other({300, at - 20, 40, 40}, GREEN), 0) << "start at " << y;
         EXPECT_EQ(canvas.count_other({940, at - 20, 40, 40}, GREEN), 0) << "start at " << y;
+    }
+}
+
+TEST_F(Notices, WarnWhereTheyHideNoCarAndStayThere) {
+    Track const tall = road(100, 150);
+    sim.track = &tall;
+    sim.p2.view.cam_x = 50.0;
+    for (double const y : {8.0, 75.0, 138.8, 142.0, 146.0}) { // the camera stops at the edges
+        sim.p2.wrong_way = false;
+        sim.first_finish_tick = sim.p1.view.finished_ms = 0;
+        EXPECT_EQ(ink(4000), Ink(0, 0));
+        sim.p1.car = car_at(50.0, y - 0.5);
+        sim.p2.car = car_at(50.0, y + 0.5);
+        sim.p2.view.cam_y = y;
+        int const at = static_cast<int>(y < 20.0 ? y * 18 : y > 130 ? 720 - (150 - y) * 18 : 360);
+        SDL_Rect const cars{940, at - 20, 40, 40};
+        sim.first_finish_tick = sim.p1.view.finished_ms = 6000;
+        int const time_left = ink(6001).second;
+        EXPECT_GT(time_left, 500);
+        EXPECT_EQ(canvas.count_other(cars, GREEN), 0) << "time left at " << y;
+        sim.p2.wrong_way = true;
+        int const both = ink(6001).second;
+        EXPECT_GT(both, time_left + 500);
+        EXPECT_EQ(canvas.count_other(cars, GREEN), 0) << "wrong way at " << y;
+        auto const words = canvas.pixels(sim.p2.view.viewport);
+        // Neither a place that falls free moves them nor a car that comes their way.
+        sim.p2.view.cam_y = 60.0;
+        sim.p2.car.y = y > 100.0 ? 60.0 : 68.8;
+        ink(6002);
+        EXPECT_EQ(canvas.pixels(sim.p2.view.viewport), words) << "moved from " << y;
+    }
+}
+
+TEST_F(Notices, NamesFadeWithoutTurningBlack) {
+    sim.p1.name = "Pixie";
+    ink(1000);
+    auto const full = canvas.pixels(sim.p1.view.viewport);
+    constexpr SDL_Color RED{255, 125, 115, 255};
+    auto const letter = std::find(full.begin(), full.end(), RED) - full.begin();
+    ASSERT_LT(static_cast<std::size_t>(letter), full.size());
+    for (std::uint32_t const left : {200U, 150U, 100U, 50U}) {
+        ink(4000 - left);
+        auto const pixel = canvas.pixels(sim.p1.view.viewport).at(static_cast<std::size_t>(letter));
+        EXPECT_GT(pixel.g, 70) << left << " ms before it is gone";
     }
 }
 
@@ -145,4 +199,8 @@ TEST_F(Notices, ResultTellsTimesLapsAndRecords) {
     render_result(canvas.renderer(), 1280, 720, mono.fonts, result_table(notices, sim), 1.0F);
     EXPECT_EQ(canvas.count_other({0, 0, 1280, 410}, BLACK), 0) << "below the words of game over";
     EXPECT_GT(canvas.count_other({0, 410, 1280, 310}, BLACK), 3000);
+    ResultTable table = result_table(notices, sim);
+    int const stopped = count_heads(table);
+    table.rows[1].finished = true;
+    EXPECT_GT(count_heads(table), stopped + 20) << "only then is there a gap to head";
 }
