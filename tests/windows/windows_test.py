@@ -35,7 +35,7 @@ FIELD = {"game/tracks/9_Føld.trk": open_field(),
 
 
 def menu(p):
-    return p.count((288, 336, 14, 18), near((255, 215, 80), 0)) > 10  # the arrow at "Practice"
+    return p.count((288, 336, 14, 18), near((255, 215, 80), 25)) > 10  # the arrow at "Practice"
 
 
 def ready_to_start(p):
