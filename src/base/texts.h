@@ -36,7 +36,6 @@ constexpr char const* NO_TRACKS =
 // as the plus.
 constexpr char const* GHOST_GAP = "%s%.2f";
 constexpr char const* GHOST_SPLIT = "%d/4  %s%.3f";
-constexpr char const* WIDEST_SPLIT = "4/4  +00.000";
 constexpr char const* LESS = "\u2212";
 constexpr char const* MORE = "+";
 

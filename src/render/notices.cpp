@@ -235,8 +235,8 @@ void render_ghost_gap(SDL_Renderer* renderer, SDL_Rect const& rect, Fonts const&
     int w = 0;
     int h = 0;
     if (!measure_text(font, text_scale(fonts), text, &w, &h)) return;
-    // As wide for all that it may bear.
-    int const plate_w = width_of(fonts, font, texts::WIDEST_SPLIT) + 2 * GAP_MARGIN;
+    // No wider than needed: it is blended into every frame. Figures of one width keep it still.
+    int const plate_w = w + 2 * GAP_MARGIN;
     SDL_Rect const plate{rect.x + (rect.w - plate_w) / 2, rect.y + GAP_Y, plate_w, GAP_H};
     draw_plate(renderer, plate, GAP_PLATE);
     draw_ttf(renderer, font, text_scale(fonts), text, rect.x + (rect.w - w) / 2,
