@@ -39,6 +39,14 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
+int first_number(std::string_view text) {
+    char const* const end = text.data() + text.size();
+    char const* const begin = std::find_if(text.data(), end, is_digit);
+    int number = -1;
+    auto const result = std::from_chars(begin, end, number);
+    return result.ec == std::errc{} ? number : -1;
+}
+
 bool is_blank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
@@ -104,7 +112,7 @@ std::vector<ConfLine> read_conf(std::string_view text) {
 // One control steers: a hat puts off an axis of a line above, and the other way round.
 void set_turn(GamepadConfig& config, std::string_view value) {
     bool const hat = says(value.substr(0, 3), "hat");
-    int const index = parse_indexed(value);
+    int const index = first_number(value);
     config.turn_hat = hat ? index : -1;
     config.turn_axis = hat ? -1 : index;
 }
@@ -113,9 +121,9 @@ void set_value(GamepadConfig& config, std::string_view key, std::string_view val
     if (says(key, "device")) {
         config.device = value;
     } else if (says(key, "accelerate")) {
-        config.accel_button = parse_indexed(value);
+        config.accel_button = first_number(value);
     } else if (says(key, "brake")) {
-        config.brake_button = parse_indexed(value);
+        config.brake_button = first_number(value);
     } else if (says(key, "turn")) {
         set_turn(config, value);
     }
@@ -319,10 +327,6 @@ KeyBindings read_own_keys(std::string_view text) {
     return grant(std::move(wishes));
 }
 
-int parse_indexed(std::string_view text) {
-    char const* const end = text.data() + text.size();
-    char const* const begin = std::find_if(text.data(), end, is_digit);
-    int number = -1;
-    auto const result = std::from_chars(begin, end, number);
-    return result.ec == std::errc{} ? number : -1;
+int parse_indexed(std::string const& text) {
+    return first_number(text);
 }

@@ -20,4 +20,4 @@ KeyBindings load_own_keys(std::string const& path);
 KeyBindings read_own_keys(std::string_view text);
 
 // The number that starts at the first digit; -1 without one or if it does not fit an int.
-int parse_indexed(std::string_view text);
+int parse_indexed(std::string const& text);
